@@ -1,0 +1,47 @@
+#include <dlfcn.h>
+
+#include "lantern/module_host.h"
+
+namespace qrl {
+
+namespace {
+
+std::string LoaderText() {
+  const char* text = dlerror();
+  return text ? text : "unknown loader failure";
+}
+
+}  // namespace
+
+std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
+  // A bare file name would send the loader through the library search path;
+  // the host means the file in the current directory.
+  const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
+  // The module stays mapped after the host lets go of it: a browser
+  // component registers types and threads with its toolkit that cannot be
+  // torn down, so unmapping it could pull code from under them.
+  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+  if (library == nullptr) throw ModuleLoadError("cannot load " + path + ": " + LoaderText());
+  ModuleExports exports;
+  exports.query = reinterpret_cast<QORExtenderQueryFn>(dlsym(library, "QORExtenderQuery"));
+  exports.dispatch = reinterpret_cast<QORExtender2Fn>(dlsym(library, "QORExtender2"));
+  if (exports.query == nullptr || exports.dispatch == nullptr) {
+    const std::string missing = exports.query == nullptr ? "QORExtenderQuery" : "QORExtender2";
+    dlclose(library);
+    throw ModuleLoadError(path + " is no extender module: it does not export " + missing);
+  }
+  try {
+    auto host = std::make_unique<ModuleHost>(exports);
+    host->library_ = library;
+    return host;
+  } catch (...) {
+    dlclose(library);
+    throw;
+  }
+}
+
+void ModuleHost::CloseLibrary(void* library) {
+  if (library != nullptr) dlclose(library);
+}
+
+}  // namespace qrl
