@@ -40,13 +40,6 @@ bool Fits(const Argument& argument, unsigned type) {
   }
 }
 
-std::string AllowedCounts(const VocabularyRow& row) {
-  const unsigned low = row.requiredArgs();
-  const unsigned high = row.maxArgs();
-  if (low == high) return std::to_string(low) + (low == 1 ? " argument" : " arguments");
-  return std::to_string(low) + " to " + std::to_string(high) + " arguments";
-}
-
 // The argument records of one call and the texts they point at; the texts
 // live here until the call returns.
 class ArgumentRecords {
@@ -79,6 +72,13 @@ class ArgumentRecords {
 };
 
 }  // namespace
+
+std::string VocabularyRow::allowedCounts() const {
+  const unsigned low = requiredArgs();
+  const unsigned high = maxArgs();
+  if (low == high) return std::to_string(low) + (low == 1 ? " argument" : " arguments");
+  return std::to_string(low) + " to " + std::to_string(high) + " arguments";
+}
 
 unsigned VocabularyRow::argType(unsigned position) const {
   if (position >= 16) return ArgInteger;
@@ -141,7 +141,7 @@ const VocabularyRow* ModuleHost::findRow(std::string_view name) const {
 void ModuleHost::CheckArguments(const VocabularyRow& row, std::span<const Argument> args) {
   if (!row.isFunction()) throw CallRefused(row.name + " is not a function");
   if (args.size() < row.requiredArgs() || args.size() > row.maxArgs()) {
-    throw CallRefused(row.name + " takes " + AllowedCounts(row) + ", got " +
+    throw CallRefused(row.name + " takes " + row.allowedCounts() + ", got " +
                       std::to_string(args.size()));
   }
   for (unsigned position = 0; position < args.size(); ++position) {

@@ -64,6 +64,8 @@ struct VocabularyRow {
   unsigned requiredArgs() const { return spec & 0xFFu; }
   unsigned optionalArgs() const { return (spec >> 8) & 0xFFu; }
   unsigned maxArgs() const { return requiredArgs() + optionalArgs(); }
+  // "1 argument", "2 to 3 arguments", "0 arguments".
+  std::string allowedCounts() const;
   // The type nibble of a position counted from 0.
   unsigned argType(unsigned position) const;
   std::int32_t constantValue() const { return static_cast<std::int32_t>(spec); }

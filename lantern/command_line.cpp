@@ -1,0 +1,86 @@
+#include "lantern/command_line.h"
+
+#include <charconv>
+#include <string_view>
+
+namespace qrl {
+
+const char* const LanternUsage =
+    "usage: lantern [--module PATH] [--host-version N] SCRIPT.lua [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] -e CODE [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] --list\n"
+    "       lantern --help\n"
+    "\n"
+    "Runs a Lua 5.4 script with the extender module loaded. Every function of\n"
+    "the module is a global under its announced name (wvparse, ...), every\n"
+    "constant a global under its name without the \"@\" (wv2version, ...).\n"
+    "\n"
+    "  --module PATH       the module to load (default: qrlantern.so beside lantern)\n"
+    "  --host-version N    the host version announced to the module (default 1011)\n"
+    "  -e CODE             run CODE instead of a script file\n"
+    "  --list              print the module's functions and constants\n"
+    "  --help              print this text\n"
+    "  SCRIPT.lua          the script; \"-\" reads it from standard input\n"
+    "  ARGS                the script's arguments, in the global table arg\n";
+
+namespace {
+
+std::uintptr_t ParseHostVersion(std::string_view text) {
+  std::uintptr_t version = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), version);
+  if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
+    throw UsageError("--host-version needs a non-negative number, not '" + std::string(text) +
+                     "'");
+  }
+  return version;
+}
+
+}  // namespace
+
+LanternOptions ParseCommandLine(std::span<const char* const> argv) {
+  LanternOptions options;
+  options.words.assign(argv.begin(), argv.end());
+  const std::size_t count = options.words.size();
+  auto valueOf = [&](std::size_t& i) -> const std::string& {
+    if (i + 1 >= count) throw UsageError(options.words[i] + " needs a value");
+    return options.words[++i];
+  };
+  for (std::size_t i = 1; i < count; ++i) {
+    const std::string& word = options.words[i];
+    if (word == "--module") {
+      options.modulePath = valueOf(i);
+    } else if (word == "--host-version") {
+      options.hostVersion = ParseHostVersion(valueOf(i));
+    } else if (word == "--help" || word == "-h") {
+      options.mode = LanternOptions::Mode::Help;
+      return options;
+    } else if (word == "--list") {
+      options.mode = LanternOptions::Mode::List;
+    } else if (word == "-e") {
+      options.mode = LanternOptions::Mode::Code;
+      options.scriptIndex = i;
+      options.script = valueOf(i);
+      options.argsStart = i + 1;
+      return options;
+    } else if (word == "--") {
+      if (i + 1 >= count) throw UsageError("no script after --");
+      options.mode = LanternOptions::Mode::Script;
+      options.script = options.words[i + 1];
+      options.scriptIndex = i + 1;
+      options.argsStart = i + 2;
+      return options;
+    } else if (word.size() > 1 && word[0] == '-') {
+      throw UsageError("unknown option " + word);
+    } else {
+      options.mode = LanternOptions::Mode::Script;
+      options.script = word;
+      options.scriptIndex = i;
+      options.argsStart = i + 1;
+      return options;
+    }
+  }
+  if (options.mode != LanternOptions::Mode::List) throw UsageError("no script given");
+  return options;
+}
+
+}  // namespace qrl

@@ -1,0 +1,43 @@
+// What the lantern command line asks for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace qrl {
+
+struct LanternOptions {
+  enum class Mode {
+    Script,  // run a script file ("-" reads it from standard input)
+    Code,    // run the code given with -e
+    List,    // print the module's vocabulary
+    Help,
+  };
+  Mode mode = Mode::Help;
+  std::string modulePath;  // empty: the module beside the lantern binary
+  std::optional<std::uintptr_t> hostVersion;
+  std::string script;  // the file, or the code of -e
+  // The whole command line as the script sees it in arg: the word at
+  // scriptIndex is arg[0] (the script's name, or "-e"), the words from
+  // argsStart on are arg[1], arg[2], ..., and the words before scriptIndex
+  // are arg[-1], arg[-2], ... back to the program's name.
+  std::vector<std::string> words;
+  std::size_t scriptIndex = 0;
+  std::size_t argsStart = 0;
+};
+
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Throws UsageError for a command line that asks for nothing runnable.
+LanternOptions ParseCommandLine(std::span<const char* const> argv);
+
+extern const char* const LanternUsage;
+
+}  // namespace qrl

@@ -1,0 +1,224 @@
+#include "lantern/script_runner.h"
+
+#include <unistd.h>
+
+#include <climits>
+#include <cstdio>
+#include <memory>
+
+#include "lantern/lua_extensions.h"
+#include "lantern/lua_module_globals.h"
+#include "lantern/lua_session.h"
+#include "lantern/lua_values.h"
+#include "lantern/module_host.h"
+#include "lantern/vocabulary_listing.h"
+
+namespace qrl {
+
+namespace {
+
+constexpr const char* ModuleFileName = "qrlantern.so";
+
+// The module beside the running lantern binary, wherever it was started from.
+std::string DefaultModulePath() {
+  char path[PATH_MAX];
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
+  if (length <= 0) return ModuleFileName;
+  const std::string executable(path, static_cast<std::size_t>(length));
+  return executable.substr(0, executable.rfind('/') + 1) + ModuleFileName;
+}
+
+// Every extension's startup hook when made, every shutdown hook when gone,
+// so that a failing load or script still shuts down what was started.
+class ExtensionLifetime {
+ public:
+  ExtensionLifetime() {
+    for (const LanternExtension& extension : LanternExtensions()) {
+      if (extension.startup) extension.startup();
+    }
+  }
+  ~ExtensionLifetime() {
+    for (const LanternExtension& extension : LanternExtensions()) {
+      if (extension.shutdown) extension.shutdown();
+    }
+  }
+  ExtensionLifetime(const ExtensionLifetime&) = delete;
+  ExtensionLifetime& operator=(const ExtensionLifetime&) = delete;
+};
+
+struct LuaStateCloser {
+  void operator()(lua_State* L) const { lua_close(L); }
+};
+using LuaStatePtr = std::unique_ptr<lua_State, LuaStateCloser>;
+
+void PrintVocabulary(ModuleHost& host, const std::string& path) {
+  char description[260] = {};
+  const HostWord version = host.query(1, description, static_cast<HostWord>(sizeof description));
+  description[sizeof description - 1] = '\0';
+  std::printf("module: %s\nversion: %ld\ndescription: %s\n\n%s", path.c_str(),
+              static_cast<long>(version), description, FormatVocabulary(host.vocabulary()).c_str());
+}
+
+struct NamedValueRequest {
+  const std::string* name;
+  const Value* value;
+};
+
+// Sets the global to the value, or calls it with the value when it is a
+// function. Runs protected: a failure must not jump out through the module.
+int ApplyNamedValue(lua_State* L) {
+  const auto* request = static_cast<const NamedValueRequest*>(lua_touserdata(L, 1));
+  if (lua_getglobal(L, request->name->c_str()) == LUA_TFUNCTION) {
+    PushValue(L, *request->value);
+    lua_call(L, 1, 0);
+  } else {
+    PushValue(L, *request->value);
+    lua_setglobal(L, request->name->c_str());
+  }
+  return 0;
+}
+
+void ConnectNamedValues(LuaSession& session, lua_State* mainThread) {
+  session.host.setNamedValueHook([&session, mainThread](const std::string& name,
+                                                        const Value& value) {
+    lua_State* L = session.callingThread ? session.callingThread : mainThread;
+    NamedValueRequest request{&name, &value};
+    if (!lua_checkstack(L, 4)) {
+      session.pendingErrors.push_back("no stack room for the named value '" + name + "'");
+      return;
+    }
+    lua_pushcfunction(L, ApplyNamedValue);
+    lua_pushlightuserdata(L, &request);
+    if (lua_pcall(L, 1, 0, 0) != LUA_OK) {
+      const char* text = lua_tostring(L, -1);
+      session.pendingErrors.push_back("in the named value '" + name +
+                                      "': " + (text ? text : "an error without text"));
+      lua_pop(L, 1);
+    }
+  });
+}
+
+void InstallLanternTable(lua_State* L) {
+  lua_newtable(L);
+  for (const LanternExtension& extension : LanternExtensions()) {
+    if (extension.install) extension.install(L);
+  }
+  lua_setglobal(L, "lantern");
+}
+
+void SetArgTable(lua_State* L, const LanternOptions& options) {
+  const auto& words = options.words;
+  lua_createtable(L, static_cast<int>(words.size()), static_cast<int>(options.scriptIndex) + 1);
+  for (std::size_t i = 0; i <= options.scriptIndex && i < words.size(); ++i) {
+    lua_pushstring(L, words[i].c_str());
+    lua_rawseti(L, -2, static_cast<lua_Integer>(i) - static_cast<lua_Integer>(options.scriptIndex));
+  }
+  for (std::size_t i = options.argsStart; i < words.size(); ++i) {
+    lua_pushstring(L, words[i].c_str());
+    lua_rawseti(L, -2, static_cast<lua_Integer>(i - options.argsStart + 1));
+  }
+  lua_setglobal(L, "arg");
+}
+
+int MessageHandler(lua_State* L) {
+  const char* message = lua_tostring(L, 1);
+  if (message == nullptr) {
+    if (luaL_callmeta(L, 1, "__tostring") && lua_type(L, -1) == LUA_TSTRING) {
+      message = lua_tostring(L, -1);
+    } else {
+      message = lua_pushfstring(L, "(error object is a %s value)", luaL_typename(L, 1));
+    }
+  }
+  luaL_traceback(L, L, message, 1);
+  return 1;
+}
+
+int LoadChunk(lua_State* L, const LanternOptions& options) {
+  if (options.mode == LanternOptions::Mode::Code) {
+    return luaL_loadbuffer(L, options.script.data(), options.script.size(), "=(command line)");
+  }
+  return luaL_loadfile(L, options.script == "-" ? nullptr : options.script.c_str());
+}
+
+// Runs the chunk with the script's arguments as its "...", as a stand-alone
+// Lua interpreter does.
+int RunChunk(lua_State* L, const LanternOptions& options) {
+  int status = LoadChunk(L, options);
+  if (status == LUA_OK) {
+    int count = 0;
+    for (std::size_t i = options.argsStart; i < options.words.size(); ++i, ++count) {
+      lua_pushstring(L, options.words[i].c_str());
+    }
+    const int base = lua_gettop(L) - count;
+    lua_pushcfunction(L, MessageHandler);
+    lua_insert(L, base);
+    status = lua_pcall(L, count, 0, base);
+    lua_remove(L, base);
+  }
+  if (status == LUA_OK) return 0;
+  std::fflush(stdout);
+  const char* message = lua_tostring(L, -1);
+  std::fprintf(stderr, "lantern: %s\n", message ? message : "an error without text");
+  lua_pop(L, 1);
+  return 1;
+}
+
+int RunScript(ModuleHost& host, const LanternOptions& options, const std::string& modulePath) {
+  LuaStatePtr state(luaL_newstate());
+  if (!state) {
+    std::fprintf(stderr, "lantern: cannot create a Lua state\n");
+    return 1;
+  }
+  lua_State* L = state.get();
+  luaL_openlibs(L);
+  LuaSession session{host, modulePath, {}, nullptr, 0};
+  AttachSession(L, session);
+  ConnectNamedValues(session, L);
+  InstallModuleGlobals(L);
+  InstallLanternTable(L);
+  SetArgTable(L, options);
+  int status = RunChunk(L, options);
+  ShowNewContractFaults(session);
+  // Errors that arrived while no module call was running, after the last one.
+  for (const std::string& error : session.pendingErrors) {
+    std::fprintf(stderr, "lantern: %s\n", error.c_str());
+    status = 1;
+  }
+  state.reset();
+  host.setNamedValueHook(nullptr);
+  return status;
+}
+
+}  // namespace
+
+int RunLantern(const LanternOptions& options) {
+  if (options.mode == LanternOptions::Mode::Help) {
+    std::fputs(LanternUsage, stdout);
+    return 0;
+  }
+  // Lines come out as they are printed, so that the script's output and what
+  // the module writes to the error stream keep their order in a log.
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+  ExtensionLifetime extensions;
+  const std::string modulePath =
+      options.modulePath.empty() ? DefaultModulePath() : options.modulePath;
+  std::unique_ptr<ModuleHost> host;
+  try {
+    host = ModuleHost::Load(modulePath);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "lantern: %s\n", error.what());
+    return 1;
+  }
+  if (options.hostVersion) host->setHostVersion(*options.hostVersion);
+  // A script may call the module millions of times; the log is for tests.
+  host->setServiceLogging(false);
+  if (options.mode == LanternOptions::Mode::List) {
+    PrintVocabulary(*host, modulePath);
+    return 0;
+  }
+  const int status = RunScript(*host, options, modulePath);
+  std::fflush(stdout);
+  return status;
+}
+
+}  // namespace qrl
