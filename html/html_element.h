@@ -1,29 +1,42 @@
 // One node of a parsed document. Every kind of node (root, element, raw-text
 // element, text run named "plain") is an HtmlElement; the tree never changes
 // once the parser has returned it.
+//
+// Children are strong references and the parent a weak one, so any node can
+// outlive its ancestors. Destroying a node never recurses along the depth of
+// its subtree (see the destructor).
 #pragma once
 
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "html/attribute_map.h"
+#include "html/child_list.h"
+#include "html/node_string.h"
+
 namespace qrl {
 
-class HtmlElement;
-using ElementRef = std::shared_ptr<HtmlElement>;
+class Arena;
 using ElementList = std::vector<ElementRef>;
-using AttributeMap = std::map<std::string, std::string, std::less<>>;
 
 class HtmlElement : public std::enable_shared_from_this<HtmlElement> {
  public:
-  std::string name;              // tag name as written; "plain" on a text run; empty on the root
-  std::string text;              // text run, or raw content of script/noscript/style
-  AttributeMap attributes;       // byte-ordered; names keep their case
-  std::weak_ptr<HtmlElement> parent;  // empty on the root
-  ElementList children;          // document order, text runs included
+  HtmlElement() noexcept;
+  HtmlElement(const HtmlElement&) = delete;
+  HtmlElement& operator=(const HtmlElement&) = delete;
+  ~HtmlElement();
 
+  NodeString name;                    // tag name as written; "plain" on a text run; empty on the root
+  NodeString text;                    // text run, or raw content of script/noscript/style
+  AttributeMap attributes;            // sorted by name in byte order; names keep their case
+  std::weak_ptr<HtmlElement> parent;  // empty on the root
+  ChildList children;                 // document order, text runs included
+
+  // Reads the raw text of a start tag into `attributes` (which must still be
+  // empty) and trims the spaces around `text`.
   void ParseAttributes(std::string_view raw);
 
   std::string GetText() const;
@@ -38,6 +51,23 @@ class HtmlElement : public std::enable_shared_from_this<HtmlElement> {
   void CollectByTag(std::string_view tagName, ElementList& results) const;
   ElementRef GetNextSibling() const;
   ElementRef GetPreviousSibling() const;
+
+ private:
+  friend class HtmlParser;
+
+  struct OwnStorage;
+
+  // The parser's form: `raw` lies in the tree's arena and is read in place
+  // (its byte raw[size] must be writable too); the attributes go to the arena.
+  // The parser trims raw text itself when it takes it.
+  void ParseAttributes(char* raw, std::uint32_t size, Arena& arena, std::vector<Attribute>& scratch);
+  std::uint32_t IndexAmongSiblings(const HtmlElement& parentNode) const noexcept;
+
+  // Where this node stands in its parent's children; a hint that saves the
+  // sibling operations a scan of the parent's children.
+  std::uint32_t siblingIndex_ = 0;
+  // What ParseAttributes keeps when it runs outside of a parse.
+  std::unique_ptr<OwnStorage> own_;
 };
 
 }  // namespace qrl

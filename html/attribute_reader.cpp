@@ -1,0 +1,179 @@
+// The reader walks the raw text once. A name is gathered by moving its bytes
+// down over the TAB, CR, LF and quote bytes that it loses, so every name and
+// value ends up as one run of bytes inside `raw`; the byte behind each run has
+// already been read when the run ends, so it can take the NUL.
+#include "html/attribute_reader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "html/warnings.h"
+
+namespace qrl {
+
+namespace {
+
+bool IsLineBreakOrTab(char byte) { return byte == '\t' || byte == '\r' || byte == '\n'; }
+bool IsBlank(char byte) { return byte == ' ' || IsLineBreakOrTab(byte); }
+bool IsQuote(char byte) { return byte == '"' || byte == '\''; }
+
+bool NameBefore(const Attribute& a, const Attribute& b) {
+  return std::string_view(a.first) < std::string_view(b.first);
+}
+
+// Small lists are the rule; sorting them by insertion avoids the buffer that a
+// library stable sort would allocate for every tag.
+void SortByName(std::vector<Attribute>& found) {
+  constexpr std::size_t kInsertionSortLimit = 16;
+  if (found.size() > kInsertionSortLimit) {
+    std::stable_sort(found.begin(), found.end(), NameBefore);
+    return;
+  }
+  for (std::size_t i = 1; i < found.size(); ++i) {
+    Attribute moving = found[i];
+    std::size_t j = i;
+    for (; j > 0 && NameBefore(moving, found[j - 1]); --j) found[j] = found[j - 1];
+    found[j] = moving;
+  }
+}
+
+// Keeps the last of each run of equal names: a later attribute replaces an
+// earlier one of the same name.
+void KeepLastOfEqualNames(std::vector<Attribute>& found) {
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    if (i + 1 < found.size() && found[i + 1].first == found[i].first) continue;
+    found[kept++] = found[i];
+  }
+  found.resize(kept);
+}
+
+class AttributeReader {
+ public:
+  AttributeReader(char* raw, std::uint32_t size, std::vector<Attribute>& found)
+      : raw_(raw), size_(size), found_(found) {}
+
+  void Run() {
+    std::uint32_t at = 0;
+    while (at < size_) {
+      switch (state_) {
+        case State::Name: at = ReadNameByte(at); break;
+        case State::AfterEquals: at = ReadFirstValueByte(at); break;
+        case State::Value: at = ReadValue(at); break;
+      }
+    }
+    FinishAtEnd();
+  }
+
+ private:
+  enum class State { Name, AfterEquals, Value };
+
+  std::uint32_t ReadNameByte(std::uint32_t at) {
+    const char byte = raw_[at];
+    if (IsLineBreakOrTab(byte)) return at + 1;
+    if (byte == ' ') {
+      if (HaveName()) Store(TakeName(), NodeString());
+    } else if (IsQuote(byte)) {
+      WarnUnexpectedAttributeQuote(byte);
+    } else if (byte == '=') {
+      pendingName_ = TakeName();
+      state_ = State::AfterEquals;
+    } else {
+      AppendNameByte(at);
+    }
+    return at + 1;
+  }
+
+  std::uint32_t ReadFirstValueByte(std::uint32_t at) {
+    const char byte = raw_[at];
+    if (IsBlank(byte)) {
+      if (!pendingName_.empty()) Store(pendingName_, NodeString());
+      pendingName_ = NodeString();
+      state_ = State::Name;
+      return at + 1;
+    }
+    state_ = State::Value;
+    quote_ = IsQuote(byte) ? byte : '\0';
+    valueBegin_ = quote_ != '\0' ? at + 1 : at;
+    return valueBegin_;
+  }
+
+  std::uint32_t ReadValue(std::uint32_t at) {
+    const std::uint32_t end = quote_ != '\0' ? FindQuote(at) : FindBlank(at);
+    if (end == size_) return end;
+    Store(pendingName_, Terminate(valueBegin_, end));
+    pendingName_ = NodeString();
+    state_ = State::Name;
+    return end + 1;
+  }
+
+  void FinishAtEnd() {
+    switch (state_) {
+      case State::Name:
+        if (HaveName()) Store(TakeName(), NodeString());
+        break;
+      case State::AfterEquals:
+        if (!pendingName_.empty()) Store(pendingName_, NodeString());
+        break;
+      case State::Value:
+        // A value without its closing quote or blank keeps what was read, but
+        // only under a name.
+        if (!pendingName_.empty()) Store(pendingName_, Terminate(valueBegin_, size_));
+        break;
+    }
+  }
+
+  std::uint32_t FindQuote(std::uint32_t at) const {
+    const void* hit = std::memchr(raw_ + at, quote_, size_ - at);
+    return hit != nullptr ? static_cast<std::uint32_t>(static_cast<const char*>(hit) - raw_) : size_;
+  }
+
+  std::uint32_t FindBlank(std::uint32_t at) const {
+    while (at < size_ && !IsBlank(raw_[at])) ++at;
+    return at;
+  }
+
+  bool HaveName() const { return nameEnd_ != nameBegin_; }
+
+  void AppendNameByte(std::uint32_t at) {
+    if (!HaveName()) nameBegin_ = nameEnd_ = at;
+    raw_[nameEnd_++] = raw_[at];
+  }
+
+  NodeString TakeName() {
+    if (!HaveName()) return NodeString();
+    NodeString name = Terminate(nameBegin_, nameEnd_);
+    nameBegin_ = nameEnd_ = 0;
+    return name;
+  }
+
+  NodeString Terminate(std::uint32_t begin, std::uint32_t end) {
+    if (begin == end) return NodeString();
+    raw_[end] = '\0';
+    return NodeString(raw_ + begin, end - begin);
+  }
+
+  void Store(NodeString name, NodeString value) { found_.emplace_back(name, value); }
+
+  char* raw_;
+  std::uint32_t size_;
+  std::vector<Attribute>& found_;
+  State state_ = State::Name;
+  std::uint32_t nameBegin_ = 0;
+  std::uint32_t nameEnd_ = 0;
+  NodeString pendingName_;
+  char quote_ = '\0';
+  std::uint32_t valueBegin_ = 0;
+};
+
+}  // namespace
+
+void ReadAttributes(char* raw, std::uint32_t size, std::vector<Attribute>& found) {
+  found.clear();
+  AttributeReader(raw, size, found).Run();
+  SortByName(found);
+  KeepLastOfEqualNames(found);
+}
+
+}  // namespace qrl

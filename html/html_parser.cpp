@@ -1,0 +1,387 @@
+// The parser reads markup in one pass without recursion. Open elements stand
+// on an explicit stack (open_); the element on top is in one of four states
+// and each state has one reading function, which reads as far as it can in one
+// go and then changes state, finishes the element, or opens a child.
+//
+// Local rules:
+// - Positions are 32-bit offsets into the input. Only the byte at `length_`
+//   (the terminating NUL) is ever read beyond the input, and only where a
+//   byte behind a "<" or a "-" is looked at; a NUL inside the input is an
+//   ordinary byte.
+// - A node is made only when its element is complete. Children wait in
+//   finished_ until their parent is complete and takes them into an array of
+//   its own; an element still open at the end of the input thus leaves no
+//   trace, and neither do its finished children.
+// - The tree's strings point into the arena's copy of the input (bytes_). The
+//   scanning reads the untouched input, so the copy can be rewritten freely:
+//   line breaks and tabs leave text in place, and each string gets its NUL
+//   on the byte behind it, which belongs to no other string.
+#include "html/html_parser.h"
+
+#include <cstring>
+#include <new>
+
+#include "html/arena.h"
+#include "html/warnings.h"
+
+namespace qrl {
+
+namespace {
+
+constexpr std::string_view kTextNodeName = "plain";
+// Open elements deeper than this find an ancestor by name through a count of
+// the open names instead of a scan of the stack.
+constexpr std::size_t kAncestorScanLimit = 64;
+
+constexpr bool IsWhiteSpace(char byte) {
+  return byte == ' ' || byte == '\r' || byte == '\n' || byte == '\t';
+}
+constexpr bool IsLineBreakOrTab(char byte) { return byte == '\r' || byte == '\n' || byte == '\t'; }
+
+struct ByteTable {
+  std::array<bool, 256> set{};
+  bool operator[](char byte) const { return set[static_cast<unsigned char>(byte)]; }
+};
+
+constexpr ByteTable MakeTagNameEnds() {
+  ByteTable table;
+  for (char byte : std::string_view(" \r\n\t/>")) table.set[static_cast<unsigned char>(byte)] = true;
+  return table;
+}
+constexpr ByteTable kEndsTagName = MakeTagNameEnds();
+
+std::string_view RawTextClosingMarker(std::string_view name) {
+  if (name == "script") return "</script>";
+  if (name == "noscript") return "</noscript>";
+  if (name == "style") return "</style>";
+  return {};
+}
+
+std::uint32_t OffsetOf(const void* hit, const char* base) {
+  return static_cast<std::uint32_t>(static_cast<const char*>(hit) - base);
+}
+
+}  // namespace
+
+HtmlParser::HtmlParser()
+    : voidElements{"br",  "hr",      "img",   "input",  "link",  "meta",   "area",   "base",
+                   "col", "command", "embed", "keygen", "param", "source", "track",  "wbr"} {}
+
+HtmlParser::~HtmlParser() = default;
+
+DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
+  root.reset();
+  input_ = input;
+  length_ = length;
+  open_.clear();
+  finished_.clear();
+  openNameCounts_.clear();
+  countingOpenNames_ = false;
+  PrepareVoidTest();
+
+  arena_ = Arena::Create();
+  struct FinishBuildingOnExit {
+    Arena* arena;
+    ~FinishBuildingOnExit() { arena->FinishBuilding(); }
+  } finishBuilding{arena_};
+  bytes_ = arena_->AllocateArray<char>(std::size_t{length} + 1);
+  std::memcpy(bytes_, input, length);
+  bytes_[length] = '\0';
+
+  // Text outside of any element ends the document.
+  std::uint32_t position = 0;
+  while (position < length_) {
+    const char byte = input_[position];
+    if (IsWhiteSpace(byte)) {
+      ++position;
+    } else if (byte == '<') {
+      position = ParseElement(position);
+    } else {
+      break;
+    }
+  }
+  root = MakeNode(NodeString(), 0);
+
+  input_ = nullptr;
+  bytes_ = nullptr;
+  auto document = std::make_shared<HtmlDocument>();
+  document->root = root;
+  return document;
+}
+
+// Reads one construct at top level, from its "<" to its end, with all the
+// elements inside it.
+std::uint32_t HtmlParser::ParseElement(std::uint32_t position) {
+  // A closing tag with no element open is skipped silently.
+  if (input_[position + 1] == '/') return SkipPast(position, ">");
+  position = OpenConstruct(position);
+  while (!open_.empty()) {
+    if (position >= length_) {
+      DiscardOpenElements();
+      return length_;
+    }
+    switch (open_.back().state) {
+      case ElementState::ElementNameState: position = ReadName(position); break;
+      case ElementState::ElementAttributesState: position = ReadAttributeText(position); break;
+      case ElementState::ElementContentState: position = ReadContent(position); break;
+      case ElementState::ElementCloseState: position = ReadClosingTag(position); break;
+    }
+  }
+  return position;
+}
+
+std::uint32_t HtmlParser::SkipPast(std::uint32_t position, std::string_view marker) const {
+  if (position >= length_) return position;
+  const std::size_t found = std::string_view(input_ + position, length_ - position).find(marker);
+  if (found == std::string_view::npos) return length_;
+  return position + static_cast<std::uint32_t>(found + marker.size());
+}
+
+// At a "<" that doesn't begin a closing tag: skips a comment, declaration or
+// processing instruction, or opens an element.
+std::uint32_t HtmlParser::OpenConstruct(std::uint32_t position) {
+  const char next = input_[position + 1];
+  if (next == '!') {
+    // The search for the end starts at the first "-", so "<!-->" is a whole comment.
+    if (input_[position + 2] == '-' && input_[position + 3] == '-') return SkipPast(position + 2, "-->");
+    return SkipPast(position + 2, ">");
+  }
+  if (next == '?') return SkipPast(position, "?>");
+  const std::uint32_t nameBegin = position + 1;
+  open_.push_back(OpenElement{nameBegin, nameBegin, nameBegin, nameBegin,
+                              static_cast<std::uint32_t>(finished_.size()),
+                              ElementState::ElementNameState, false, false});
+  return nameBegin;
+}
+
+std::uint32_t HtmlParser::ReadName(std::uint32_t position) {
+  // White space before the name is skipped, so "< div>" opens a div.
+  while (position < length_ && IsWhiteSpace(input_[position])) ++position;
+  std::uint32_t end = position;
+  while (end < length_ && !kEndsTagName[input_[end]]) ++end;
+  if (end >= length_) return length_;
+
+  OpenElement& element = open_.back();
+  element.nameBegin = position;
+  element.nameEnd = end;
+  element.rawBegin = element.rawEnd = end;
+  const char byte = input_[end];
+  if (IsWhiteSpace(byte)) {
+    element.state = ElementState::ElementAttributesState;
+    element.rawBegin = end + 1;
+    return end + 1;
+  }
+  if (byte == '/') {
+    // Any element closes itself this way; what stands up to the ">" is lost.
+    Attach();
+    return SkipPast(end, ">");
+  }
+  if (IsVoid(NameOf(element))) {
+    Attach();
+    return end + 1;
+  }
+  EnterContent(element);
+  return end + 1;
+}
+
+// Quotes mean nothing here: the first ">" ends the tag.
+std::uint32_t HtmlParser::ReadAttributeText(std::uint32_t position) {
+  const void* hit = std::memchr(input_ + position, '>', length_ - position);
+  if (hit == nullptr) return length_;
+  const std::uint32_t close = OffsetOf(hit, input_);
+  OpenElement& element = open_.back();
+  if (input_[close - 1] == '/') {
+    element.rawEnd = close - 1;
+    Attach();
+    return close + 1;
+  }
+  element.rawEnd = close;
+  if (IsVoid(NameOf(element))) {
+    Attach();
+    return close + 1;
+  }
+  EnterContent(element);
+  return close + 1;
+}
+
+void HtmlParser::EnterContent(OpenElement& element) {
+  element.state = ElementState::ElementContentState;
+  element.rawText = !RawTextClosingMarker(NameOf(element)).empty();
+  if (countingOpenNames_) CountOpenName(element);
+}
+
+std::uint32_t HtmlParser::ReadContent(std::uint32_t position) {
+  OpenElement& element = open_.back();
+  if (element.rawText) return ReadRawText(position);
+  const void* hit = std::memchr(input_ + position, '<', length_ - position);
+  if (hit == nullptr) return length_;
+  const std::uint32_t tag = OffsetOf(hit, input_);
+  if (tag > position) AddTextNode(position, tag);
+  if (input_[tag + 1] == '/') {
+    element.state = ElementState::ElementCloseState;
+    return tag;
+  }
+  return OpenConstruct(tag);
+}
+
+// The content of script, noscript and style is text up to the exact closing
+// tag, or up to the end of the input when there is none.
+std::uint32_t HtmlParser::ReadRawText(std::uint32_t position) {
+  const std::string_view marker = RawTextClosingMarker(NameOf(open_.back()));
+  const std::size_t found = std::string_view(input_ + position, length_ - position).find(marker);
+  std::uint32_t textEnd = length_;
+  std::uint32_t next = length_;
+  if (found != std::string_view::npos) {
+    textEnd = position + static_cast<std::uint32_t>(found);
+    next = textEnd + static_cast<std::uint32_t>(marker.size());
+  }
+  std::uint32_t textBegin = position;
+  while (textBegin < textEnd && input_[textBegin] == ' ') ++textBegin;
+  while (textEnd > textBegin && input_[textEnd - 1] == ' ') --textEnd;
+  Attach(TerminatedString(textBegin, textEnd));
+  return next;
+}
+
+// At the "<" of "</".
+std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
+  OpenElement& element = open_.back();
+  const std::string_view name = NameOf(element);
+  const std::uint32_t start = position + 2;
+  if (start + name.size() < length_ && std::memcmp(input_ + start, name.data(), name.size()) == 0 &&
+      input_[start + name.size()] == '>') {
+    Attach();
+    return start + static_cast<std::uint32_t>(name.size()) + 1;
+  }
+
+  // The closing name runs to the next ">", or to the end of the input. The
+  // tag "</>" has the name ">", which no element can bear.
+  std::string_view closingName(input_ + start, length_ - start);
+  std::uint32_t next = length_;
+  if (const void* hit = std::memchr(input_ + start, '>', length_ - start)) {
+    const std::uint32_t close = OffsetOf(hit, input_);
+    closingName = std::string_view(input_ + start, close == start ? 1 : close - start);
+    next = close + 1;
+  }
+  if (HasOpenAncestorNamed(closingName)) {
+    // The element ends here, and its parent reads the same closing tag again.
+    WarnElementNotClosed(name);
+    Attach();
+    return position;
+  }
+  WarnUnexpectedClose(closingName, name);
+  element.state = ElementState::ElementContentState;
+  return next;
+}
+
+void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
+  std::uint32_t kept = begin;
+  while (kept < end && !IsLineBreakOrTab(bytes_[kept])) ++kept;
+  for (std::uint32_t at = kept; at < end; ++at) {
+    if (!IsLineBreakOrTab(bytes_[at])) bytes_[kept++] = bytes_[at];
+  }
+  if (kept == begin) return;
+  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
+  node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
+  node->text = TerminatedString(begin, kept);
+  finished_.push_back(std::move(node));
+}
+
+// Finishes the element on top of the stack and hands it to its parent.
+void HtmlParser::Attach(NodeString text) {
+  const OpenElement element = open_.back();
+  open_.pop_back();
+  if (element.counted) UncountOpenName(element);
+  ElementRef node = MakeNode(TerminatedString(element.nameBegin, element.nameEnd), element.firstChild);
+  node->text = text;
+  node->ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *arena_,
+                        attributeScratch_);
+  finished_.push_back(std::move(node));
+}
+
+// Makes a node that takes over the finished children from `firstChild` on.
+ElementRef HtmlParser::MakeNode(NodeString name, std::uint32_t firstChild) {
+  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
+  node->name = name;
+  const auto count = static_cast<std::uint32_t>(finished_.size() - firstChild);
+  if (count == 0) return node;
+  ElementRef* items = arena_->AllocateArray<ElementRef>(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    ElementRef& child = finished_[firstChild + i];
+    child->parent = node;
+    child->siblingIndex_ = i;
+    new (items + i) ElementRef(std::move(child));
+  }
+  node->children.Adopt(items, count);
+  finished_.resize(firstChild);
+  return node;
+}
+
+void HtmlParser::DiscardOpenElements() {
+  finished_.resize(open_.front().firstChild);
+  open_.clear();
+  openNameCounts_.clear();
+}
+
+void HtmlParser::PrepareVoidTest() {
+  voidFirstBytes_.fill(false);
+  voidSizes_ = 0;
+  for (const std::string& name : voidElements) {
+    if (name.empty()) continue;
+    voidFirstBytes_[static_cast<unsigned char>(name[0])] = true;
+    if (name.size() < 64) voidSizes_ |= std::uint64_t{1} << name.size();
+  }
+}
+
+bool HtmlParser::IsVoid(std::string_view name) const {
+  if (!name.empty()) {
+    if (!voidFirstBytes_[static_cast<unsigned char>(name[0])]) return false;
+    if (name.size() < 64 && (voidSizes_ >> name.size() & 1) == 0) return false;
+  }
+  return voidElements.find(name) != voidElements.end();
+}
+
+// The ancestors of the element on top are the elements below it on the stack
+// and the root, whose name is empty.
+bool HtmlParser::HasOpenAncestorNamed(std::string_view closingName) {
+  if (closingName.empty()) return true;
+  const std::size_t ancestors = open_.size() - 1;
+  if (!countingOpenNames_ && ancestors <= kAncestorScanLimit) {
+    for (std::size_t i = 0; i < ancestors; ++i) {
+      if (NameOf(open_[i]) == closingName) return true;
+    }
+    return false;
+  }
+  if (!countingOpenNames_) StartCountingOpenNames();
+  const auto found = openNameCounts_.find(closingName);
+  if (found == openNameCounts_.end()) return false;
+  const OpenElement& top = open_.back();
+  const bool topCounted = top.counted && NameOf(top) == closingName;
+  return found->second > (topCounted ? 1u : 0u);
+}
+
+void HtmlParser::StartCountingOpenNames() {
+  countingOpenNames_ = true;
+  for (OpenElement& element : open_) CountOpenName(element);
+}
+
+void HtmlParser::CountOpenName(OpenElement& element) {
+  ++openNameCounts_[NameOf(element)];
+  element.counted = true;
+}
+
+void HtmlParser::UncountOpenName(const OpenElement& element) {
+  const auto found = openNameCounts_.find(NameOf(element));
+  if (--found->second == 0) openNameCounts_.erase(found);
+}
+
+std::string_view HtmlParser::NameOf(const OpenElement& element) const {
+  return std::string_view(input_ + element.nameBegin, element.nameEnd - element.nameBegin);
+}
+
+NodeString HtmlParser::TerminatedString(std::uint32_t begin, std::uint32_t end) {
+  if (begin == end) return NodeString();
+  bytes_[end] = '\0';
+  return NodeString(bytes_ + begin, end - begin);
+}
+
+}  // namespace qrl

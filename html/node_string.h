@@ -1,0 +1,42 @@
+// The byte strings of a parsed tree: a view that is always followed by a NUL
+// byte, so that a caller can hand its bytes on as a C string. The bytes live
+// in the memory of the tree that holds the view (or are static), never in the
+// view itself, which keeps nodes small and copying free.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <iosfwd>
+#include <string_view>
+
+namespace qrl {
+
+class NodeString {
+ public:
+  constexpr NodeString() noexcept = default;
+  // `bytes[size]` must be a NUL byte that stays in place as long as the view.
+  constexpr NodeString(const char* bytes, std::uint32_t size) noexcept : data_(bytes), size_(size) {}
+
+  constexpr operator std::string_view() const noexcept { return {data_, size_}; }
+  constexpr const char* c_str() const noexcept { return data_; }
+  constexpr const char* data() const noexcept { return data_; }
+  constexpr std::size_t size() const noexcept { return size_; }
+  constexpr bool empty() const noexcept { return size_ == 0; }
+  constexpr const char* begin() const noexcept { return data_; }
+  constexpr const char* end() const noexcept { return data_ + size_; }
+
+  friend constexpr bool operator==(const NodeString& a, std::string_view b) noexcept {
+    return std::string_view(a) == b;
+  }
+  friend constexpr std::strong_ordering operator<=>(const NodeString& a, std::string_view b) noexcept {
+    return std::string_view(a) <=> b;
+  }
+
+ private:
+  const char* data_ = "";
+  std::uint32_t size_ = 0;
+};
+
+std::ostream& operator<<(std::ostream& out, const NodeString& text);
+
+}  // namespace qrl
