@@ -35,6 +35,10 @@ std::optional<std::string> ReadArguments(lua_State* L, const VocabularyRow& row,
         int exact = 0;
         const lua_Integer number =
             lua_type(L, position) == LUA_TNUMBER ? lua_tointegerx(L, position, &exact) : 0;
+        if (!exact && lua_type(L, position) == LUA_TNUMBER) {
+          return "bad argument #" + std::to_string(position) + " to '" + row.name +
+                 "' (number has no integer representation)";
+        }
         if (!exact) return ArgumentProblem(row, position, "integer", L);
         if (number < std::numeric_limits<std::int32_t>::min() ||
             number > std::numeric_limits<std::int32_t>::max()) {

@@ -94,14 +94,14 @@ struct ServiceCall {
 // Services told to fail: each answers the given status instead of doing its
 // work. They stay in force until changed.
 struct ServiceFaults {
-  std::optional<HostWord> arrayServices;  // every DllArrayServices call
+  std::optional<HostWord> arrayServices = {};  // every DllArrayServices call
   struct AtIndex {
     HostWord index;
     HostWord status;
   };
-  std::optional<AtIndex> arrHandler;  // DllArrHandler at this element index
-  std::optional<HostWord> mapCreate;  // DllMapServices with operation 3
-  std::optional<AtIndex> mapStore;    // the n-th store (from 0) into one map
+  std::optional<AtIndex> arrHandler = {};  // DllArrHandler at this element index
+  std::optional<HostWord> mapCreate = {};  // DllMapServices with operation 3
+  std::optional<AtIndex> mapStore = {};  // the n-th store (from 0) into one map
 };
 
 // What one call came to.

@@ -21,7 +21,12 @@ std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
   // component registers types and threads with its toolkit that cannot be
   // torn down, so unmapping it could pull code from under them.
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-  if (library == nullptr) throw ModuleLoadError("cannot load " + path + ": " + LoaderText());
+  if (library == nullptr) {
+    // The loader's text names the file itself, mostly.
+    const std::string reason = LoaderText();
+    throw ModuleLoadError("cannot load the module " +
+                          (reason.starts_with(file) ? reason : file + ": " + reason));
+  }
   ModuleExports exports;
   exports.query = reinterpret_cast<QORExtenderQueryFn>(dlsym(library, "QORExtenderQuery"));
   exports.dispatch = reinterpret_cast<QORExtender2Fn>(dlsym(library, "QORExtender2"));

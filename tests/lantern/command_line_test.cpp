@@ -1,0 +1,73 @@
+#include "lantern/command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace qrl {
+namespace {
+
+LanternOptions Parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "lantern");
+  return ParseCommandLine(words);
+}
+
+// The script's view of the command line: arg[0] and the words after it.
+std::vector<std::string> ScriptArgs(const LanternOptions& options) {
+  std::vector<std::string> args{options.words[options.scriptIndex]};
+  args.insert(args.end(), options.words.begin() + static_cast<long>(options.argsStart),
+              options.words.end());
+  return args;
+}
+
+TEST(CommandLine, SplitsHostOptionsFromTheScriptAndItsArguments) {
+  using Mode = LanternOptions::Mode;
+  const struct {
+    std::vector<const char*> words;
+    Mode mode;
+    std::string script;
+    std::vector<std::string> args;
+  } cases[] = {
+      {{"a.lua"}, Mode::Script, "a.lua", {"a.lua"}},
+      {{"a.lua", "--module", "x"}, Mode::Script, "a.lua", {"a.lua", "--module", "x"}},
+      {{"--module", "m.so", "a.lua", "1"}, Mode::Script, "a.lua", {"a.lua", "1"}},
+      {{"-e", "print(1)", "p", "q"}, Mode::Code, "print(1)", {"-e", "p", "q"}},
+      {{"--", "-odd.lua", "x"}, Mode::Script, "-odd.lua", {"-odd.lua", "x"}},
+      {{"-"}, Mode::Script, "-", {"-"}},
+  };
+  for (const auto& c : cases) {
+    const LanternOptions options = Parse(c.words);
+    EXPECT_EQ(options.mode, c.mode) << c.script;
+    EXPECT_EQ(options.script, c.script);
+    EXPECT_EQ(ScriptArgs(options), c.args) << c.script;
+  }
+}
+
+TEST(CommandLine, ReadsModuleHostVersionListAndHelp) {
+  LanternOptions options = Parse({"--host-version", "1010", "--module", "/m.so", "--list"});
+  EXPECT_EQ(options.mode, LanternOptions::Mode::List);
+  EXPECT_EQ(options.hostVersion, 1010u);
+  EXPECT_EQ(options.modulePath, "/m.so");
+  EXPECT_EQ(Parse({"--list", "--help"}).mode, LanternOptions::Mode::Help);
+  EXPECT_FALSE(Parse({"a.lua"}).hostVersion.has_value());
+}
+
+TEST(CommandLine, RefusesWhatItCannotRun) {
+  const std::vector<std::vector<const char*>> refused = {
+      {},
+      {"--module"},
+      {"--module", "m.so"},
+      {"--host-version", "abc", "a.lua"},
+      {"--host-version", "-5", "a.lua"},
+      {"--host-version", "", "a.lua"},
+      {"--frobnicate", "a.lua"},
+      {"-e"},
+      {"--"},
+  };
+  for (const auto& words : refused) {
+    EXPECT_THROW(Parse(words), UsageError) << (words.empty() ? "(nothing)" : words[0]);
+  }
+}
+
+}  // namespace
+}  // namespace qrl
