@@ -72,6 +72,10 @@ class CDOM : public CQorExtenderT<CDOM> {
   HandlerSignature wvNavigate;
   HandlerSignature wvNavigateStr;
   HandlerSignature wvExecuteScript;
+  // The start of a browser's creation chain, and the word that tells the
+  // script of it (defined in browser/).
+  void CreateBrowser();
+  void RaiseScriptEvent(const char* word);
 
   // Result builders: each asks the host for a new array or map, fills it and
   // copies the record to `out`, which it returns. Failures of the host's

@@ -1,0 +1,34 @@
+#include "browser/linux/data_folder.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "browser/wide_text.h"
+
+namespace qrl {
+namespace {
+
+bool IsAbsolute(const char* path) { return path && path[0] == '/'; }
+
+}  // namespace
+
+std::optional<std::u16string> UserDataHome() {
+  const char* dataHome = std::getenv("XDG_DATA_HOME");
+  if (IsAbsolute(dataHome)) return FromUtf8(dataHome);
+  const char* home = std::getenv("HOME");
+  if (IsAbsolute(home)) return FromUtf8(std::string(home) + "/.local/share");
+  return std::nullopt;
+}
+
+void MakeFolder(std::u16string_view path) { ::mkdir(ToUtf8(path).c_str(), 0700); }
+
+void WriteMessageBoxLine(std::string_view text, std::string_view title) {
+  const std::string line = std::string(title) + ": " + std::string(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fflush(stderr);
+}
+
+}  // namespace qrl

@@ -1,0 +1,79 @@
+// The platform on Linux with GTK: window texts are window titles, one step
+// of the message loop is one iteration of GLib's default context, and a
+// message box is a modal GTK dialog.
+#include <gtk/gtk.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "browser/browser_platform.h"
+#include "browser/linux/data_folder.h"
+#include "browser/webkitgtk/gtk_session.h"
+#include "browser/webkitgtk/window_lookup.h"
+
+namespace qrl {
+namespace {
+
+// Tests and headless runs set this: nobody would be there to press OK.
+bool DialogsAllowed() {
+  const char* noDialogs = std::getenv("QRLANTERN_NO_DIALOGS");
+  return !(noDialogs && std::string(noDialogs) == "1");
+}
+
+void RunDialog(std::string_view text, std::string_view title) {
+  const std::string message(text);
+  GtkWidget* dialog = gtk_message_dialog_new(nullptr, GTK_DIALOG_MODAL, GTK_MESSAGE_OTHER,
+                                             GTK_BUTTONS_OK, "%s", message.c_str());
+  gtk_window_set_title(GTK_WINDOW(dialog), std::string(title).c_str());
+  gtk_dialog_run(GTK_DIALOG(dialog));
+  gtk_widget_destroy(dialog);
+}
+
+class GtkPlatform : public BrowserPlatform {
+ public:
+  void SetWindowText(WindowHandle window, std::string_view text) override {
+    if (!EnsureGtk()) return;
+    if (GtkWindow* own = FindOwnWindow(window)) {
+      gtk_window_set_title(own, std::string(text).c_str());
+    } else {
+      SetForeignWindowTitle(window, text);
+    }
+  }
+
+  ClientRect GetClientRect(WindowHandle window) override {
+    if (!EnsureGtk()) return {};
+    if (GtkWindow* own = FindOwnWindow(window)) {
+      const GtkWidget* widget = GTK_WIDGET(own);
+      GtkAllocation area;
+      gtk_widget_get_allocation(const_cast<GtkWidget*>(widget), &area);
+      if (area.width > 1 && area.height > 1) return {0, 0, area.width, area.height};
+      int width = 0;
+      int height = 0;
+      gtk_window_get_size(own, &width, &height);
+      return {0, 0, width, height};
+    }
+    return ForeignClientRect(window);
+  }
+
+  void PumpOneMessage() override {
+    g_main_context_iteration(nullptr, FALSE);
+  }
+
+  void ShowMessageBox(std::string_view text, std::string_view title) override {
+    WriteMessageBoxLine(text, title);
+    if (DialogsAllowed() && EnsureGtk()) RunDialog(text, title);
+  }
+
+  std::optional<std::u16string> LocalAppDataFolder() override { return UserDataHome(); }
+  char16_t FolderSeparator() const override { return u'/'; }
+  void CreateFolder(std::u16string_view path) override { MakeFolder(path); }
+};
+
+}  // namespace
+
+BrowserPlatform& BuiltInPlatform() {
+  static GtkPlatform platform;
+  return platform;
+}
+
+}  // namespace qrl

@@ -1,0 +1,309 @@
+#include "browser/webkitgtk/webkit_view.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "browser/webkitgtk/page_bridge.h"
+#include "browser/wide_text.h"
+
+namespace qrl {
+namespace {
+
+class WebKitSettingsObject final : public WebSettings {
+ public:
+  WebKitSettingsObject(WebKitSettings* settings, std::shared_ptr<ViewSwitches> switches)
+      : settings_(WEBKIT_SETTINGS(g_object_ref(settings))), switches_(std::move(switches)) {}
+  ~WebKitSettingsObject() override { g_object_unref(settings_); }
+  WebKitSettingsObject(const WebKitSettingsObject&) = delete;
+  WebKitSettingsObject& operator=(const WebKitSettingsObject&) = delete;
+
+  // The page's own scripts; scripts that the host runs are not affected.
+  ResultCode SetScriptEnabled(bool enabled) override {
+    webkit_settings_set_enable_javascript_markup(settings_, enabled);
+    return ResultOk;
+  }
+  ResultCode SetDefaultScriptDialogsEnabled(bool enabled) override {
+    switches_->scriptDialogs = enabled;
+    return ResultOk;
+  }
+  ResultCode SetWebMessageEnabled(bool enabled) override {
+    switches_->webMessages = enabled;
+    return ResultOk;
+  }
+  ResultCode SetDefaultContextMenusEnabled(bool enabled) override {
+    switches_->contextMenus = enabled;
+    return ResultOk;
+  }
+
+ private:
+  WebKitSettings* settings_;
+  std::shared_ptr<ViewSwitches> switches_;
+};
+
+class StringMessage final : public WebMessageArgs {
+ public:
+  explicit StringMessage(std::optional<std::u16string> text) : text_(std::move(text)) {}
+  std::optional<std::u16string> TryGetWebMessageAsString() const override { return text_; }
+
+ private:
+  std::optional<std::u16string> text_;
+};
+
+// A value that has no JSON form (undefined, a function) answers "null".
+std::u16string ValueAsJson(JSCValue* value) {
+  gchar* json = jsc_value_to_json(value, 0);
+  if (!json) {
+    if (JSCContext* context = jsc_value_get_context(value)) jsc_context_clear_exception(context);
+    return u"null";
+  }
+  std::u16string text = FromUtf8(json);
+  g_free(json);
+  return text;
+}
+
+void OnScriptFinished(GObject* source, GAsyncResult* result, gpointer data) {
+  const std::unique_ptr<ScriptCompletion> completion(static_cast<ScriptCompletion*>(data));
+  GError* error = nullptr;
+  JSCValue* value =
+      webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
+  if (!value) {
+    // A script that throws, or that cannot run, is a failure of the request.
+    g_clear_error(&error);
+    (*completion)(ResultFailed, u"");
+    return;
+  }
+  const std::u16string json = ValueAsJson(value);
+  g_object_unref(value);
+  (*completion)(ResultOk, json);
+}
+
+void RunScript(WebKitWebView* view, const std::string& script, ScriptCompletion completion) {
+  webkit_web_view_evaluate_javascript(view, script.c_str(), static_cast<gssize>(script.size()),
+                                      nullptr, nullptr, nullptr, OnScriptFinished,
+                                      new ScriptCompletion(std::move(completion)));
+}
+
+}  // namespace
+
+WebKitView::WebKitView(WebKitWebContext* context) {
+  content_ = webkit_user_content_manager_new();
+  webkit_user_content_manager_register_script_message_handler(content_, BridgeHandlerName);
+  WebKitUserScript* bridge =
+      webkit_user_script_new(BridgeScript(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                             WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
+  webkit_user_content_manager_add_script(content_, bridge);
+  webkit_user_script_unref(bridge);
+
+  view_ = WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context,
+                                       "user-content-manager", content_, nullptr));
+  g_object_ref_sink(view_);
+  // The inspector is what OpenDevToolsWindow shows.
+  webkit_settings_set_enable_developer_extras(webkit_web_view_get_settings(view_), TRUE);
+
+  g_signal_connect(view_, "load-changed", G_CALLBACK(OnLoadChanged), this);
+  g_signal_connect(view_, "load-failed", G_CALLBACK(OnLoadFailed), this);
+  g_signal_connect(view_, "notify::is-loading", G_CALLBACK(OnLoadingChanged), this);
+  g_signal_connect(view_, "context-menu", G_CALLBACK(OnContextMenu), this);
+  g_signal_connect(view_, "script-dialog", G_CALLBACK(OnScriptDialog), this);
+  g_signal_connect(webkit_web_view_get_back_forward_list(view_), "changed",
+                   G_CALLBACK(OnHistoryListChanged), this);
+  const std::string messageSignal = std::string("script-message-received::") + BridgeHandlerName;
+  g_signal_connect(content_, messageSignal.c_str(), G_CALLBACK(OnScriptMessage), this);
+}
+
+WebKitView::~WebKitView() {
+  if (settleSource_ != 0) g_source_remove(settleSource_);
+  g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view_), this);
+  g_signal_handlers_disconnect_by_data(content_, this);
+  g_signal_handlers_disconnect_by_data(view_, this);
+  gtk_widget_destroy(GTK_WIDGET(view_));
+  g_object_unref(view_);
+  g_object_unref(content_);
+}
+
+std::shared_ptr<WebSettings> WebKitView::GetSettings() {
+  return std::make_shared<WebKitSettingsObject>(webkit_web_view_get_settings(view_), switches_);
+}
+
+void WebKitView::RequestIssued() { ++requestsNotStarted_; }
+
+ResultCode WebKitView::Navigate(std::u16string_view url) {
+  RequestIssued();
+  webkit_web_view_load_uri(view_, ToUtf8(url).c_str());
+  return ResultOk;
+}
+
+ResultCode WebKitView::NavigateToString(std::u16string_view markup) {
+  RequestIssued();
+  webkit_web_view_load_html(view_, ToUtf8(markup).c_str(), nullptr);
+  return ResultOk;
+}
+
+ResultCode WebKitView::AddNavigationStarting(ViewEventHandler handler) {
+  starting_.push_back(std::move(handler));
+  return ResultOk;
+}
+
+ResultCode WebKitView::AddNavigationCompleted(ViewEventHandler handler) {
+  completed_.push_back(std::move(handler));
+  return ResultOk;
+}
+
+ResultCode WebKitView::AddHistoryChanged(ViewEventHandler handler) {
+  history_.push_back(std::move(handler));
+  return ResultOk;
+}
+
+ResultCode WebKitView::AddWebMessageReceived(WebMessageHandler handler) {
+  messages_.push_back(std::move(handler));
+  return ResultOk;
+}
+
+ResultCode WebKitView::AddScriptToExecuteOnDocumentCreated(std::u16string_view script) {
+  WebKitUserScript* userScript =
+      webkit_user_script_new(ToUtf8(script).c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                             WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
+  webkit_user_content_manager_add_script(content_, userScript);
+  webkit_user_script_unref(userScript);
+  return ResultOk;
+}
+
+ResultCode WebKitView::ExecuteScript(std::u16string_view script, ScriptCompletion completion) {
+  RunScript(view_, ToUtf8(script), std::move(completion));
+  return ResultOk;
+}
+
+std::u16string WebKitView::GetSource() {
+  const gchar* uri = webkit_web_view_get_uri(view_);
+  return uri ? FromUtf8(uri) : std::u16string();
+}
+
+bool WebKitView::CanGoBack() { return webkit_web_view_can_go_back(view_); }
+
+bool WebKitView::CanGoForward() { return webkit_web_view_can_go_forward(view_); }
+
+// With nowhere to go WebKit does nothing at all, so no navigation is owed.
+ResultCode WebKitView::GoBack() {
+  if (!webkit_web_view_can_go_back(view_)) return ResultOk;
+  RequestIssued();
+  webkit_web_view_go_back(view_);
+  return ResultOk;
+}
+
+ResultCode WebKitView::GoForward() {
+  if (!webkit_web_view_can_go_forward(view_)) return ResultOk;
+  RequestIssued();
+  webkit_web_view_go_forward(view_);
+  return ResultOk;
+}
+
+// A load that has not started yet is dropped without a signal.
+ResultCode WebKitView::Stop() {
+  webkit_web_view_stop_loading(view_);
+  if (!loadRunning_ && requestsNotStarted_ > 0) ScheduleSettle(true);
+  return ResultOk;
+}
+
+ResultCode WebKitView::Reload() {
+  RequestIssued();
+  webkit_web_view_reload(view_);
+  return ResultOk;
+}
+
+ResultCode WebKitView::OpenDevToolsWindow() {
+  webkit_web_inspector_show(webkit_web_view_get_inspector(view_));
+  return ResultOk;
+}
+
+ResultCode WebKitView::PostWebMessageAsString(std::optional<std::u16string_view> text) {
+  if (!text) return ResultInvalidArgument;
+  if (!switches_->webMessages) return ResultOk;
+  RunScript(view_, DeliverMessageScript(*text), [](ResultCode, std::u16string_view) {});
+  return ResultOk;
+}
+
+void WebKitView::Raise(const std::vector<ViewEventHandler>& handlers) {
+  // A handler may subscribe more while it runs.
+  const std::vector<ViewEventHandler> current = handlers;
+  for (const auto& handler : current) handler(*this);
+}
+
+void WebKitView::OnLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  if (event == WEBKIT_LOAD_STARTED) {
+    self->loadRunning_ = true;
+    if (self->requestsNotStarted_ > 0) --self->requestsNotStarted_;
+    self->Raise(self->starting_);
+  } else if (event == WEBKIT_LOAD_FINISHED) {
+    self->loadRunning_ = false;
+    self->Raise(self->completed_);
+    self->ScheduleSettle(false);
+  }
+}
+
+// WebKit would load an error page as a second navigation; the failed load
+// ends with its own completion over the document that is then on show.
+gboolean WebKitView::OnLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError*, gpointer) {
+  return TRUE;
+}
+
+void WebKitView::OnLoadingChanged(GObject*, GParamSpec*, gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  if (!webkit_web_view_is_loading(self->view_)) self->ScheduleSettle(false);
+}
+
+void WebKitView::ScheduleSettle(bool afterStop) {
+  settleAfterStop_ = settleAfterStop_ || afterStop;
+  if (settleSource_ == 0) settleSource_ = g_idle_add(SettleDroppedRequests, this);
+}
+
+gboolean WebKitView::SettleDroppedRequests(gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  self->settleSource_ = 0;
+  const bool afterStop = std::exchange(self->settleAfterStop_, false);
+  // A stopped request leaves WebKit "loading" for good, so only a stop may
+  // settle while it says so.
+  if (self->loadRunning_ || (!afterStop && webkit_web_view_is_loading(self->view_)))
+    return G_SOURCE_REMOVE;
+  while (self->requestsNotStarted_ > 0) {
+    --self->requestsNotStarted_;
+    self->Raise(self->starting_);
+    self->Raise(self->completed_);
+  }
+  return G_SOURCE_REMOVE;
+}
+
+void WebKitView::OnHistoryListChanged(WebKitBackForwardList*, WebKitBackForwardListItem*,
+                                      gpointer, gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  self->Raise(self->history_);
+}
+
+void WebKitView::OnScriptMessage(WebKitUserContentManager*, WebKitJavascriptResult* message,
+                                 gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  if (!self->switches_->webMessages) return;
+  JSCValue* value = webkit_javascript_result_get_js_value(message);
+  std::optional<std::u16string> text;
+  if (value && jsc_value_is_string(value)) {
+    gchar* utf8 = jsc_value_to_string(value);
+    text = FromUtf8(utf8);
+    g_free(utf8);
+  }
+  const StringMessage args(std::move(text));
+  const std::vector<WebMessageHandler> current = self->messages_;
+  for (const auto& handler : current) handler(*self, args);
+}
+
+gboolean WebKitView::OnContextMenu(WebKitWebView*, WebKitContextMenu*, GdkEvent*,
+                                   WebKitHitTestResult*, gpointer data) {
+  return !static_cast<WebKitView*>(data)->switches_->contextMenus;
+}
+
+// Refused dialogs are closed at once with their default answer.
+gboolean WebKitView::OnScriptDialog(WebKitWebView*, WebKitScriptDialog*, gpointer data) {
+  return !static_cast<WebKitView*>(data)->switches_->scriptDialogs;
+}
+
+}  // namespace qrl

@@ -1,0 +1,89 @@
+// The view of the WebKitGTK component: one WebKitWebView with the page
+// bridge, the settings switches, and the bookkeeping that gives every
+// navigation exactly one completion.
+//
+// WebKit reports a navigation by load-changed (started, finished; a failed
+// load finishes too), but some requests end without any signal: a load that
+// is stopped or replaced before it starts, a move within the same document,
+// a history step inside pages loaded from strings. The view therefore counts
+// the requests it was given that have not started yet; once WebKit is idle
+// again (or a stop has dropped them), each of them is reported as a
+// navigation that began and ended at once.
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <memory>
+#include <vector>
+
+#include "browser/browser_component.h"
+
+namespace qrl {
+
+// What the settings switch beyond WebKit's own settings.
+struct ViewSwitches {
+  bool webMessages = false;
+  bool scriptDialogs = true;
+  bool contextMenus = true;
+};
+
+class WebKitView final : public WebView {
+ public:
+  explicit WebKitView(WebKitWebContext* context);
+  ~WebKitView() override;
+  WebKitView(const WebKitView&) = delete;
+  WebKitView& operator=(const WebKitView&) = delete;
+
+  GtkWidget* widget() const { return GTK_WIDGET(view_); }
+
+  std::shared_ptr<WebSettings> GetSettings() override;
+  ResultCode Navigate(std::u16string_view url) override;
+  ResultCode NavigateToString(std::u16string_view markup) override;
+  ResultCode AddNavigationStarting(ViewEventHandler handler) override;
+  ResultCode AddNavigationCompleted(ViewEventHandler handler) override;
+  ResultCode AddHistoryChanged(ViewEventHandler handler) override;
+  ResultCode AddWebMessageReceived(WebMessageHandler handler) override;
+  ResultCode AddScriptToExecuteOnDocumentCreated(std::u16string_view script) override;
+  ResultCode ExecuteScript(std::u16string_view script, ScriptCompletion completion) override;
+  std::u16string GetSource() override;
+  bool CanGoBack() override;
+  bool CanGoForward() override;
+  ResultCode GoBack() override;
+  ResultCode GoForward() override;
+  ResultCode Stop() override;
+  ResultCode Reload() override;
+  ResultCode OpenDevToolsWindow() override;
+  ResultCode PostWebMessageAsString(std::optional<std::u16string_view> text) override;
+
+ private:
+  static void OnLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer self);
+  static gboolean OnLoadFailed(WebKitWebView* view, WebKitLoadEvent event, gchar* uri,
+                               GError* error, gpointer self);
+  static void OnLoadingChanged(GObject* view, GParamSpec* property, gpointer self);
+  static void OnHistoryListChanged(WebKitBackForwardList* list, WebKitBackForwardListItem* added,
+                                   gpointer removed, gpointer self);
+  static void OnScriptMessage(WebKitUserContentManager* manager, WebKitJavascriptResult* message,
+                              gpointer self);
+  static gboolean OnContextMenu(WebKitWebView* view, WebKitContextMenu* menu, GdkEvent* event,
+                                WebKitHitTestResult* hit, gpointer self);
+  static gboolean OnScriptDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer self);
+  static gboolean SettleDroppedRequests(gpointer self);
+
+  void RequestIssued();
+  void ScheduleSettle(bool afterStop);
+  void Raise(const std::vector<ViewEventHandler>& handlers);
+
+  WebKitWebView* view_ = nullptr;
+  WebKitUserContentManager* content_ = nullptr;
+  std::shared_ptr<ViewSwitches> switches_ = std::make_shared<ViewSwitches>();
+  int requestsNotStarted_ = 0;
+  bool loadRunning_ = false;
+  bool settleAfterStop_ = false;
+  guint settleSource_ = 0;
+  std::vector<ViewEventHandler> starting_;
+  std::vector<ViewEventHandler> completed_;
+  std::vector<ViewEventHandler> history_;
+  std::vector<WebMessageHandler> messages_;
+};
+
+}  // namespace qrl

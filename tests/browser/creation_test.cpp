@@ -1,0 +1,201 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "browser/browser_state.h"
+#include "tests/browser/browser_fixture.h"
+
+namespace qrl::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using CreationTest = BrowserTest;
+
+TEST_F(CreationTest, ChainRunsStepByStepAsCompletionsArrive) {
+  EXPECT_EQ(Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"C:\\p\\a.html"),
+                              std::int32_t{ProgressWindow}, std::u16string(u"/opt/browser")}),
+            Value::Integer(0));
+  EXPECT_THAT(log, ElementsAre("LocalAppDataFolder",
+                               "CreateFolder(/home/user/.local/share/wvWebView2)",
+                               "loader.CreateEnvironment(/opt/browser, "
+                               "/home/user/.local/share/wvWebView2)",
+                               "PumpOneMessage"));
+  log.clear();
+
+  browser.CompleteEnvironment();
+  EXPECT_THAT(log, ElementsAre("environment.CreateController(7)"));
+  EXPECT_EQ(BrowserView, nullptr) << "no browser before the controller";
+  log.clear();
+
+  browser.CompleteController();
+  EXPECT_THAT(
+      log,
+      ElementsAre("controller1.GetView", "view1.GetSettings", "settings.SetScriptEnabled(1)",
+                  "settings.SetDefaultScriptDialogsEnabled(1)", "settings.SetWebMessageEnabled(1)",
+                  "GetClientRect(7)", "controller1.SetBounds(0,0,640,480)",
+                  "view1.Navigate(file:///C:/p/a.html)", "view1.AddNavigationStarting",
+                  "view1.AddNavigationCompleted", "view1.AddHistoryChanged",
+                  "view1.AddWebMessageReceived",
+                  "view1.AddScriptToExecuteOnDocumentCreated("
+                  "window.chrome.webview.postMessage(window.document.URL);)"));
+  EXPECT_NE(BrowserView, nullptr);
+}
+
+TEST_F(CreationTest, WindowAloneGivesTheDefaults) {
+  platform.windowTexts[ProgressWindow] = "untouched";
+  Call("wvcreate", {std::int32_t{BrowserWindow}});
+  EXPECT_EQ(log.at(2), "loader.CreateEnvironment(.\\edge, /home/user/.local/share/wvWebView2)");
+  browser.CompleteChain();
+  EXPECT_EQ(log.at(12), "view1.Navigate(https://https::edge://version/)");
+  browser.view()->RaiseNavigationStarting();
+  EXPECT_EQ(Progress(), "untouched") << "no notify window was named";
+}
+
+TEST_F(CreationTest, EveryCreateStartsFromTheDefaults) {
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///one.html"),
+                    std::int32_t{ProgressWindow}, std::u16string(u"/opt/one")});
+  log.clear();
+  Call("wvcreate", {std::int32_t{8}, std::u16string(u"file:///two.html")});
+  EXPECT_EQ(log.at(2), "loader.CreateEnvironment(.\\edge, /home/user/.local/share/wvWebView2)");
+  EXPECT_EQ(NotifyWindow, 0u);
+  EXPECT_EQ(HostWindow, 8u);
+}
+
+TEST_F(CreationTest, EmptyStartUrlGoesThroughTheUrlRule) {
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string()});
+  browser.CompleteChain();
+  EXPECT_EQ(StartUrl, u"https://");
+}
+
+TEST_F(CreationTest, BoundsComeFromTheWindowOnceOnly) {
+  platform.clientRects[BrowserWindow] = {0, 0, 300, 200};
+  MakeLiveBrowser();
+  platform.clientRects[BrowserWindow] = {0, 0, 900, 700};
+  Call("wvnavigate", {std::u16string(u"file:///b.html")});
+  browser.view()->RaiseNavigationStarting();
+  browser.view()->RaiseNavigationCompleted();
+  for (const std::string& call : log) EXPECT_EQ(call.find("SetBounds"), std::string::npos) << call;
+}
+
+TEST_F(CreationTest, MessageBoxesReportTheTwoFailuresAndTheResultStaysZero) {
+  struct Case {
+    const char* what;
+    std::optional<std::u16string> appData;
+    ResultCode loaderAnswer;
+    std::vector<std::string> boxes;
+    bool loaderCalled;
+    bool pumped;
+  };
+  const Case cases[] = {
+      {"no data folder", std::nullopt, ResultOk,
+       {"Note: Failed to get the AppData\\Local path."}, false, false},
+      {"loader refuses", u"/data", static_cast<ResultCode>(0x80070002u),
+       {"Error: WebView2 failed with HRESULT: 0x80070002"}, true, true},
+      {"loader refuses, low code", u"/data", static_cast<ResultCode>(0x8000FFFFu),
+       {"Error: WebView2 failed with HRESULT: 0x8000FFFF"}, true, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    log.clear();
+    platform.messageBoxes.clear();
+    platform.appDataFolder = c.appData;
+    browser.loaderAnswer = c.loaderAnswer;
+    EXPECT_EQ(Call("wvcreate", {std::int32_t{BrowserWindow}}), Value::Integer(0));
+    EXPECT_EQ(platform.messageBoxes, c.boxes);
+    const bool loaderCalled =
+        std::any_of(log.begin(), log.end(), [](const std::string& call) {
+          return call.starts_with("loader.CreateEnvironment");
+        });
+    EXPECT_EQ(loaderCalled, c.loaderCalled);
+    EXPECT_EQ(log.back() == "PumpOneMessage", c.pumped);
+    EXPECT_FALSE(browser.environmentWaiting());
+  }
+}
+
+TEST_F(CreationTest, MissingControllerEndsTheChainAndKeepsTheEarlierBrowser) {
+  StandInView& first = MakeLiveBrowser();
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///two.html")});
+  browser.CompleteEnvironment();
+  log.clear();
+  browser.CompleteController(ResultFailed, false);
+  EXPECT_THAT(log, IsEmpty());
+  Call("wvstop", {});
+  EXPECT_THAT(log, ElementsAre("view1.Stop"));
+  EXPECT_EQ(BrowserView.get(), &first);
+}
+
+TEST_F(CreationTest, MissingEnvironmentEndsTheChainSilently) {
+  Call("wvcreate", {std::int32_t{BrowserWindow}});
+  log.clear();
+  browser.CompleteEnvironment(ResultFailed, false);
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_FALSE(browser.controllerWaiting());
+}
+
+TEST_F(CreationTest, ErrorCodesAlongTheChainAreNotLookedAt) {
+  Call("wvcreate", {std::int32_t{BrowserWindow}});
+  browser.CompleteEnvironment(ResultFailed);
+  browser.CompleteController(ResultFailed);
+  EXPECT_NE(BrowserView, nullptr);
+}
+
+TEST_F(CreationTest, SecondChainTakesOverOnlyWhenItsControllerArrives) {
+  MakeLiveBrowser();
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///two.html")});
+  browser.CompleteEnvironment();
+  log.clear();
+  Call("wvreload", {});
+  EXPECT_THAT(log, ElementsAre("view1.Reload"));
+  browser.CompleteController();
+  log.clear();
+  Call("wvreload", {});
+  EXPECT_THAT(log, ElementsAre("view2.Reload"));
+}
+
+TEST_F(CreationTest, CreationWordGoesToTheScriptsNameBeforeAnyBrowserWork) {
+  std::vector<std::string> heard;
+  host.setNamedValueHook([&](const std::string& name, const Value& value) {
+    heard.push_back(name + "=" + value.text);
+    heard.push_back("log size " + std::to_string(log.size()));
+  });
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///a.html"),
+                    std::int32_t{ProgressWindow}, std::u16string(u"/opt"),
+                    std::string("OnBrowser")});
+  EXPECT_THAT(heard, ElementsAre("OnBrowser=Creation", "log size 0"));
+
+  // The name stays for later calls that do not give one.
+  heard.clear();
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///a.html"),
+                    std::int32_t{ProgressWindow}});
+  EXPECT_EQ(heard.size(), 2u);
+
+  // An empty name clears it.
+  heard.clear();
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///a.html"),
+                    std::int32_t{ProgressWindow}, std::u16string(u"/opt"), std::string()});
+  Call("wvcreate", {std::int32_t{BrowserWindow}});
+  EXPECT_THAT(heard, ::testing::IsEmpty());
+}
+
+TEST_F(CreationTest, ScriptCallsDuringTheCreationWordDoNotStealTheResult) {
+  host.setNamedValueHook([&](const std::string&, const Value&) {
+    const CallOutcome nested = host.call("wvparse", {std::string("<p id=\"a\">x</p>")});
+    EXPECT_EQ(nested.deliveries, 1);
+  });
+  const CallOutcome outcome =
+      host.call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///a.html"),
+                             std::int32_t{ProgressWindow}, std::u16string(u"/opt"),
+                             std::string("OnBrowser")});
+  EXPECT_EQ(outcome.deliveries, 1);
+  EXPECT_EQ(outcome.result, Value::Integer(0));
+  EXPECT_THAT(host.contractFaults(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace qrl::testing

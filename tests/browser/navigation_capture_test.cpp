@@ -1,0 +1,209 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+#include "browser/browser_state.h"
+#include "browser/wide_text.h"
+#include "tests/browser/browser_fixture.h"
+
+namespace qrl::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* MarkupScript = "ExecuteScript(document.documentElement.outerHTML;)";
+
+using NavigationTest = BrowserTest;
+
+TEST_F(NavigationTest, NavigateSetsNavBeforeTheRequestAndKeepsTheStartUrl) {
+  MakeLiveBrowser(u"file:///start.html");
+  EXPECT_EQ(Call("wvnavigate", {std::u16string(u"pages\\a.html")}), Value::Integer(0));
+  EXPECT_THAT(log, ElementsAre("SetWindowText(9, Nav)", "view1.Navigate(https://pages/a.html)"));
+  EXPECT_EQ(StartUrl, u"file:///start.html");
+}
+
+TEST_F(NavigationTest, NavigateToStringSetsNavAfterTheRequestAndRefusesEmptyText) {
+  MakeLiveBrowser();
+  EXPECT_EQ(Call("wvnavigatestr", {std::u16string()}), Value::Integer(-1));
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_EQ(Call("wvnavigatestr", {std::u16string(u"<p>x</p>")}), Value::Integer(0));
+  EXPECT_THAT(log, ElementsAre("view1.NavigateToString(<p>x</p>)", "SetWindowText(9, Nav)"));
+}
+
+TEST_F(NavigationTest, ProgressGoesFromNavToNavCompleteOnlyAfterTheCapture) {
+  StandInView& view = MakeLiveBrowser();
+  Call("wvnavigate", {std::u16string(u"file:///b.html")});
+  view.RaiseNavigationStarting();
+  EXPECT_EQ(ProgressCount("Nav"), 2);
+  view.RaiseNavigationCompleted();
+  EXPECT_EQ(log.back(), std::string("view1.") + MarkupScript);
+  EXPECT_EQ(Progress(), "Nav");
+  AnswerScript(u"\"<p id=\\\"b\\\">B</p>\"");
+  EXPECT_EQ(Progress(), "NavComplete");
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("b")}), Value::Integer(1));
+}
+
+TEST_F(NavigationTest, FailedPageScriptLeavesEverythingAsItWas) {
+  StandInView& view = MakeLiveBrowser();
+  Call("wvparse", {std::string("<p id=\"old\">old</p>")});
+  Call("wvgetelementbyid", {std::int32_t{0}, std::string("old")});
+  view.RaiseNavigationStarting();
+  view.RaiseNavigationCompleted();
+  ::testing::internal::CaptureStdout();
+  AnswerScript(u"\"<p>new</p>\"", ResultFailed);
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "") << "silent after a navigation";
+  EXPECT_EQ(Progress(), "Nav");
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("old")}), Value::Integer(2));
+}
+
+TEST_F(NavigationTest, HistoryChangeReadsBothFlagsAgain) {
+  StandInView& view = MakeLiveBrowser();
+  view.canGoBack = true;
+  view.RaiseHistoryChanged();
+  EXPECT_THAT(log, ElementsAre("view1.CanGoBack", "view1.CanGoForward"));
+  EXPECT_EQ(CanGoBackFlag, 1);
+  EXPECT_EQ(CanGoForwardFlag, 0);
+}
+
+TEST_F(NavigationTest, WebMessagesGoStraightBack) {
+  StandInView& view = MakeLiveBrowser();
+  view.RaiseWebMessage(u"file:///start.html");
+  view.RaiseWebMessage(std::nullopt);
+  EXPECT_THAT(view.postedMessages, ElementsAre("file:///start.html", "(null)"));
+  EXPECT_EQ(Progress(), "") << "a message is no progress";
+}
+
+struct CaptureCase {
+  const char* what;
+  std::u16string json;
+  std::string parsed;  // the bytes that the parser must have been given
+};
+
+class CaptureTest : public BrowserTest, public ::testing::WithParamInterface<CaptureCase> {};
+
+TEST_P(CaptureTest, PageScriptAnswerBecomesTheDocument) {
+  Call("wvparse", {GetParam().parsed});
+  const std::string expected = DocumentMarkup();
+  Call("wvparse", {std::string("<p>something else</p>")});
+
+  MakeLiveBrowser();
+  Call("wvrefreshdom", {});
+  AnswerScript(GetParam().json);
+  EXPECT_EQ(Progress(), "NavComplete");
+  EXPECT_EQ(DocumentMarkup(), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, CaptureTest,
+    ::testing::Values(
+        CaptureCase{"escapes", u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\u00e9\\/</p>\"",
+                    "<p a=\"q\">x\\y\nz\t\xC3\xA9/</p>"},
+        CaptureCase{"empty string value", u"\"\"", ""},
+        CaptureCase{"lone quote", u"\"", ""},
+        CaptureCase{"escaped pair", u"\"<b>\\ud83d\\ude00</b>\"",
+                    "<b>\xED\xA0\xBD\xED\xB8\x80</b>"},
+        CaptureCase{"raw pair", u"\"<b>\xD83D\xDE00</b>\"", "<b>\xED\xA0\xBD\xED\xB8\x80</b>"},
+        CaptureCase{"last character dropped whatever it is", u"\"<i>a</i>x", "<i>a</i>"},
+        CaptureCase{"not a string", u"null", "null"},
+        CaptureCase{"number", u"42", "42"}),
+    [](const ::testing::TestParamInfo<CaptureCase>& info) {
+      std::string name = info.param.what;
+      for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+      return name;
+    });
+
+using CaptureFlowTest = BrowserTest;
+
+TEST_F(CaptureFlowTest, CaptureEmptiesTheHandleTable) {
+  MakeLiveBrowser();
+  Call("wvparse", {std::string("<p id=\"a\">x</p>")});
+  for (int i = 0; i < 1000; ++i) Call("wvgetelementbyid", {std::int32_t{0}, std::string("a")});
+  Call("wvrefreshdom", {});
+  AnswerScript(u"\"<p id=\\\"a\\\">y</p>\"");
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("a")}), Value::Integer(1));
+}
+
+TEST_F(CaptureFlowTest, RefreshSetsNavAndKeepsTheOldDocumentUntilTheAnswer) {
+  MakeLiveBrowser();
+  Call("wvparse", {std::string("<p id=\"old\">old</p>")});
+  EXPECT_EQ(Call("wvrefreshdom", {}), Value::Integer(0));
+  EXPECT_THAT(log, ElementsAre("SetWindowText(9, Nav)", std::string("view1.") + MarkupScript));
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("old")}), Value::Integer(1));
+}
+
+TEST_F(CaptureFlowTest, FailedRefreshPrintsItsCode) {
+  MakeLiveBrowser();
+  Call("wvrefreshdom", {});
+  ::testing::internal::CaptureStdout();
+  AnswerScript(u"", static_cast<ResultCode>(0x8007000Eu));
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Error executing script: 0x8007000e\n");
+  EXPECT_EQ(Progress(), "Nav");
+}
+
+TEST_F(CaptureFlowTest, TwoCapturesInFlightEachEndAndTheLastStands) {
+  StandInView& view = MakeLiveBrowser();
+  Call("wvrefreshdom", {});
+  Call("wvrefreshdom", {});
+  ASSERT_EQ(view.scriptsInFlight(), 2u);
+  view.CompleteScript(1, ResultOk, u"\"<p id=\\\"second\\\"></p>\"");
+  view.CompleteScript(0, ResultOk, u"\"<p id=\\\"first\\\"></p>\"");
+  EXPECT_EQ(ProgressCount("NavComplete"), 2);
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("first")}), Value::Integer(1));
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("second")}),
+            Value::Integer(-1));
+}
+
+TEST_F(CaptureFlowTest, CaptureArrivingDuringAnotherWaitsAndRunsAfterIt) {
+  StandInView& view = MakeLiveBrowser();
+  Call("wvrefreshdom", {});
+  Call("wvrefreshdom", {});
+  std::vector<std::string> seenAtNavComplete;
+  platform.onWindowText = [&](WindowHandle, std::string_view text) {
+    if (text != "NavComplete") return;
+    seenAtNavComplete.push_back(DocumentMarkup());
+    // The window's owner runs its loop while it takes the text: the second
+    // answer arrives now, inside the first capture.
+    if (view.scriptsInFlight() > 0) view.CompleteScript(0, ResultOk, u"\"<b>two</b>\"");
+  };
+  view.CompleteScript(0, ResultOk, u"\"<i>one</i>\"");
+  ASSERT_EQ(seenAtNavComplete.size(), 2u);
+  EXPECT_NE(seenAtNavComplete[0].find("<i>one</i>"), std::string::npos);
+  EXPECT_NE(seenAtNavComplete[1].find("<b>two</b>"), std::string::npos);
+  EXPECT_NE(DocumentMarkup().find("<b>two</b>"), std::string::npos);
+}
+
+TEST_F(CaptureFlowTest, ExecuteScriptPrintsTheAnswerAndLeavesTheDocument) {
+  MakeLiveBrowser();
+  Call("wvparse", {std::string("<p id=\"kept\"></p>")});
+  struct Case {
+    std::u16string script;
+    ResultCode code;
+    std::u16string json;
+    std::string line;
+  };
+  const Case cases[] = {
+      {u"1+1", ResultOk, u"2", "Script executed successfully, result: 2\n"},
+      {u"'a\"b'", ResultOk, u"\"a\\\"b\"", "Script executed successfully, result: \"a\\\"b\"\n"},
+      {u"'\u00e9'", ResultOk, u"\"\u00e9\"", "Script executed successfully, result: \"\xC3\xA9\"\n"},
+      {u"", ResultOk, u"null", "Script executed successfully, result: null\n"},
+      {u"throw 1", ResultFailed, u"", "Error executing script: 0x80004005\n"},
+  };
+  for (const Case& c : cases) {
+    log.clear();
+    EXPECT_EQ(Call("wvexecutescript", {c.script}), Value::Integer(1));
+    EXPECT_THAT(log, ElementsAre("view1.ExecuteScript(" + ToUtf8(c.script) + ")"));
+    ::testing::internal::CaptureStdout();
+    AnswerScript(c.json, c.code);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), c.line);
+  }
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("kept")}), Value::Integer(1));
+  EXPECT_EQ(Progress(), "");
+}
+
+}  // namespace
+}  // namespace qrl::testing
