@@ -6,8 +6,8 @@
 namespace qrl {
 
 const char* const LanternUsage =
-    "usage: lantern [--module PATH] [--host-version N] SCRIPT.lua [ARGS...]\n"
-    "       lantern [--module PATH] [--host-version N] -e CODE [ARGS...]\n"
+    "usage: lantern [--module PATH] [--host-version N] [--headless] SCRIPT.lua [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] [--headless] -e CODE [ARGS...]\n"
     "       lantern [--module PATH] [--host-version N] --list\n"
     "       lantern --help\n"
     "\n"
@@ -17,6 +17,7 @@ const char* const LanternUsage =
     "\n"
     "  --module PATH       the module to load (default: qrlantern.so beside lantern)\n"
     "  --host-version N    the host version announced to the module (default 1011)\n"
+    "  --headless          run windows on a private Xvfb display even when there is one\n"
     "  -e CODE             run CODE instead of a script file\n"
     "  --list              print the module's functions and constants\n"
     "  --help              print this text\n"
@@ -51,6 +52,8 @@ LanternOptions ParseCommandLine(std::span<const char* const> argv) {
       options.modulePath = valueOf(i);
     } else if (word == "--host-version") {
       options.hostVersion = ParseHostVersion(valueOf(i));
+    } else if (word == "--headless") {
+      options.headless = true;
     } else if (word == "--help" || word == "-h") {
       options.mode = LanternOptions::Mode::Help;
       return options;

@@ -20,6 +20,7 @@ struct LanternOptions {
   Mode mode = Mode::Help;
   std::string modulePath;  // empty: the module beside the lantern binary
   std::optional<std::uintptr_t> hostVersion;
+  bool headless = false;  // run on a private X server even when there is a display
   std::string script;  // the file, or the code of -e
   // The whole command line as the script sees it in arg: the word at
   // scriptIndex is arg[0] (the script's name, or "-e"), the words from
