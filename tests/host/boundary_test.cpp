@@ -1,0 +1,216 @@
+// The two exports as a host meets them: the version question, the
+// vocabulary, the negative codes, codes that name no function, and the
+// result record that a handler must leave alone where it gives no value.
+#include <cstring>
+
+#include "tests/host/module_fixture.h"
+
+namespace qrl::testing {
+namespace {
+
+struct RowCase {
+  int row;
+  const char* name;
+  std::int32_t kind;
+  std::uint32_t spec;
+  std::uint64_t argTypes;
+};
+
+// The vocabulary is an interface: its order is the numbering the host calls by.
+constexpr RowCase Rows[] = {
+    {0, "wvsetinnertext", 2, 0x0102, 0x10},
+    {1, "wvcreate", 2, 0x0501, 0x15050},
+    {2, "wvclear", 2, 0, 0},
+    {3, "wvrefreshdom", 2, 0, 0},
+    {4, "wvgetelementbyid", 2, 0x0302, 0x10},
+    {5, "wvgetelementsbyclass", 2, 0x0302, 0x110},
+    {6, "wvgetattribute", 2, 0x0102, 0x10},
+    {7, "wvgetattributes", 2, 0x0101, 0x10},
+    {8, "wvgetclasses", 2, 0x0101, 0x10},
+    {9, "wvgetelementsbytagname", 2, 0x0302, 0x10},
+    {10, "wvgetelementsbyattribute", 2, 0x0203, 0x1110},
+    {11, "wvgetinnertext", 2, 0x0101, 0x10},
+    {12, "wvgetinnerhtml", 2, 0x0101, 0x10},
+    {13, "wvgetouterhtml", 2, 0x0101, 0x10},
+    {14, "wvstop", 2, 0x0100, 0x10},
+    {15, "wvback", 2, 0x0100, 0x10},
+    {16, "wvforward", 2, 0x0100, 0x10},
+    {17, "wvhome", 2, 0x0100, 0x5},
+    {18, "wvreload", 2, 0x0100, 0x1},
+    {19, "wvurl", 2, 0x0100, 0x10},
+    {20, "wvopendev", 2, 0x0100, 0x10},
+    {21, "wvstatusbar", 2, 0x0101, 0x10},
+    {22, "wvcontextmenu", 2, 0x0101, 0x10},
+    {23, "wvnavigate", 2, 0x0101, 0x5},
+    {24, "wvnavigatestr", 2, 0x0101, 0x5},
+    {25, "wvgetlinksbyhref", 2, 0x0102, 0x10},
+    {26, "wvgetlinksbytext", 2, 0x0102, 0x10},
+    {27, "wvgetimagesbysrc", 2, 0x0102, 0x10},
+    {28, "wvgetparent", 2, 0x0101, 0},
+    {29, "wvgetsiblingnext", 2, 0x0101, 0},
+    {30, "wvgetsiblingprev", 2, 0x0101, 0},
+    {31, "wvgettagname", 2, 0x0101, 0},
+    {32, "wvparse", 2, 0x0301, 0x1},
+    {33, "wvgetchildren", 2, 0x0301, 0x10},
+    {34, "wvexecutescript", 2, 0x0301, 0x5},
+    {35, "@wv2version", 3, 1001, 0},
+    {36, "@easteregg", 3, 42, 0},
+    {37, "@colindexrowindex", 3, 0, 0},
+    {38, "@colnamerowindex", 3, 1, 0},
+    {39, "@colindexrowname", 3, 2, 0},
+    {40, "@colnamerowname", 3, 3, 0},
+};
+
+TEST(Vocabulary, EveryRowIsAnnouncedInLowerCaseWithItsDeclaration) {
+  const auto& vocabulary = SharedHost().vocabulary();
+  ASSERT_EQ(vocabulary.size(), std::size(Rows));
+  for (const auto& expected : Rows) {
+    const auto& row = vocabulary[expected.row];
+    EXPECT_EQ(row.index, expected.row);
+    EXPECT_EQ(row.name, expected.name);
+    EXPECT_EQ(row.nameLength, std::strlen(expected.name)) << expected.name;
+    EXPECT_EQ(row.kind, expected.kind) << expected.name;
+    EXPECT_EQ(row.spec, expected.spec) << expected.name;
+    EXPECT_EQ(row.argTypes, expected.argTypes) << expected.name;
+  }
+}
+
+struct RawCommandInfo {
+  CommandInfo info;
+  char guard[8];
+};
+
+TEST(Dispatch, DescribesOnlyRowsThatExist) {
+  ModuleHost& host = SharedHost();
+  for (HostWord index : {HostWord{41}, HostWord{-1}, HostWord{1000}}) {
+    RawCommandInfo record;
+    std::memset(&record, 0x5A, sizeof record);
+    EXPECT_EQ(host.dispatch(-2, &record, index, nullptr).returned, 0) << index;
+    EXPECT_EQ(record.info.index, 0x5A5A5A5A) << index;
+  }
+  EXPECT_EQ(host.dispatch(-2, nullptr, 41, nullptr).returned, 0);
+  EXPECT_EQ(host.dispatch(-2, nullptr, 5, nullptr).returned, 1);
+
+  RawCommandInfo record;
+  std::memset(&record, 0x5A, sizeof record);
+  EXPECT_EQ(host.dispatch(-2, &record, 40, nullptr).returned, 1);
+  EXPECT_STREQ(record.info.name, "@colnamerowname");
+  EXPECT_EQ(record.guard[0], 0x5A);
+  std::memset(&record, 0x5A, sizeof record);
+  EXPECT_EQ(host.dispatch(0x7FFE0000 - 2, &record, 9, nullptr).returned, 1);
+  EXPECT_STREQ(record.info.name, "wvgetelementsbytagname");
+}
+
+TEST(Dispatch, NegativeCodesActByTheLowHalfOfTheWord) {
+  ModuleHost& host = SharedHost();
+  HostValue result{};
+  EXPECT_EQ(host.dispatch(-1, nullptr, 0, &result).returned, 41);
+  EXPECT_EQ(host.dispatch(0x0001FFFF, nullptr, 99, &result).returned, 41);
+  EXPECT_EQ(host.dispatch(-3, nullptr, 0, &result).returned, 1);
+  EXPECT_EQ(host.dispatch(0x0005FFFD, nullptr, 0, &result).returned, 1);
+}
+
+TEST(Dispatch, CodesWithoutAHandlerDoNothing) {
+  ModuleHost& host = SharedHost();
+  for (HostWord code : {HostWord{35}, HostWord{40}, HostWord{41}, HostWord{1000}, HostWord{-4},
+                        HostWord{-32768}}) {
+    HostValue result;
+    std::memset(&result, 0x5A, sizeof result);
+    const CallOutcome outcome = host.dispatch(code, nullptr, 0, &result);
+    EXPECT_EQ(outcome.returned, 0) << code;
+    EXPECT_EQ(outcome.deliveries, 0) << code;
+    EXPECT_EQ(result.type, 0x5A5A5A5Au) << code;
+  }
+}
+
+TEST(Dispatch, ARowCodeWithHighBitsSetRunsTheRow) {
+  ModuleHost& host = SharedHost();
+  HostValue result{};
+  const CallOutcome outcome = host.dispatch(0x00030002, nullptr, 0, &result);  // wvclear
+  EXPECT_EQ(outcome.deliveries, 1);
+  EXPECT_EQ(outcome.result, Value::Integer(0));
+}
+
+TEST_F(ModuleTest, DispatchReturnsWhatTheCallbackReturned) {
+  host.setCallbackReturn(77);
+  EXPECT_EQ(host.call("wvclear", {}).returned, 77);
+  EXPECT_EQ(host.call("wvgetelementsbytagname", {-1, std::string("p")}).returned, 77);
+  host.setCallbackReturn(0);
+  EXPECT_EQ(host.call("wvclear", {}).returned, 0);
+}
+
+// An integer result leaves the text field as the host left it, and a text
+// result the integer field.
+TEST_F(ModuleTest, ResultsWriteOnlyTheirOwnField) {
+  Load("<p>x</p>");
+  const char marker[] = "host";
+  HostValue args[1]{};
+  args[0].intValue = 0;
+  HostValue result{};
+  result.text = marker;
+  result.intValue = 1234;
+  host.dispatch(2, args, 0, &result);  // wvclear: integer 0
+  EXPECT_EQ(result.text, marker);
+  EXPECT_EQ(result.type, ValueInteger);
+  result.intValue = 1234;
+  host.dispatch(11, args, 1, &result);  // wvgetinnertext of the root
+  EXPECT_EQ(result.intValue, 1234);
+  EXPECT_EQ(result.type, ValueText);
+}
+
+TEST_F(ModuleTest, BrowserCommandsWithoutABrowserGiveTheirUsualResults) {
+  EXPECT_EQ(Call("wvstop", {}), Value::Integer(1));
+  EXPECT_EQ(Call("wvback", {}), Value::Integer(-1));
+  EXPECT_EQ(Call("wvforward", {}), Value::Integer(-1));
+  EXPECT_EQ(Call("wvreload", {}), Value::Integer(1));
+  EXPECT_EQ(Call("wvurl", {}), Value::WideText(u""));
+  EXPECT_EQ(Call("wvopendev", {}), Value::Integer(1));
+  EXPECT_EQ(Call("wvstatusbar", {1}), Value::Integer(1));
+  EXPECT_EQ(Call("wvcontextmenu", {0}), Value::Integer(1));
+  EXPECT_EQ(Call("wvnavigatestr", {std::u16string()}), Value::Integer(-1));
+  EXPECT_EQ(Call("wvexecutescript", {std::u16string(u"1")}), Value::Integer(1));
+  EXPECT_EQ(Call("wvrefreshdom", {}), Value::Integer(0));
+}
+
+TEST(Query, VersionAndDescriptionFollowTheBufferRules) {
+  ModuleHost& host = SharedHost();
+  char buffer[300];
+  std::memset(buffer, 'z', sizeof buffer);
+  EXPECT_EQ(host.query(1, buffer, sizeof buffer), 44001);
+  EXPECT_STREQ(buffer, "DllMapServices extender API example");
+  EXPECT_EQ(host.query(1, nullptr, 100), 44001);
+  EXPECT_EQ(host.query(0x70001, nullptr, 0), 44001);
+
+  std::memset(buffer, 'z', sizeof buffer);
+  EXPECT_EQ(host.query(1, buffer, 1), 44001);
+  EXPECT_EQ(buffer[0], '\0');
+  EXPECT_EQ(buffer[1], 'z');
+  std::memset(buffer, 'z', sizeof buffer);
+  host.query(1, buffer, 5);
+  EXPECT_STREQ(buffer, "DllM");
+  EXPECT_EQ(buffer[5], 'z');
+  std::memset(buffer, 'z', sizeof buffer);
+  host.query(1, buffer, 0);
+  EXPECT_EQ(buffer[0], 'z');
+}
+
+TEST(Query, CodeTwoLooksForAFive) {
+  ModuleHost& host = SharedHost();
+  HostWord words[] = {3, 4, 5};
+  EXPECT_EQ(host.query(2, words, 3), 5);
+  EXPECT_EQ(host.query(2, words, 2), -1);
+  EXPECT_EQ(host.query(2, words, 0), -1);
+  EXPECT_EQ(host.query(2, nullptr, 0), -1);
+  HostWord wide[] = {5 + (HostWord{1} << 20)};
+  EXPECT_EQ(host.query(2, wide, 1), -1);
+  EXPECT_EQ(host.query(0x10002, words, 3), 5);
+}
+
+TEST(Query, OtherCodesGiveZero) {
+  ModuleHost& host = SharedHost();
+  for (HostWord code : {HostWord{0}, HostWord{3}, HostWord{-1}, HostWord{0x10000}})
+    EXPECT_EQ(host.query(code, nullptr, 0), 0) << code;
+}
+
+}  // namespace
+}  // namespace qrl::testing

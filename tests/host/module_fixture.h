@@ -1,0 +1,54 @@
+// Drives the built module through the reference host library, as a host
+// does. The module's state is process-wide, so each test loads its own
+// document first; a test that needs a module that has never loaded one takes
+// a fresh copy of the module file.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lantern/module_host.h"
+
+namespace qrl::testing {
+
+// The module as built, shared by all tests of the process.
+ModuleHost& SharedHost();
+
+// A separate instance of the module, loaded from a copy of its file.
+std::unique_ptr<ModuleHost> FreshHost();
+
+Value EmptyArray();
+Value EmptyMap();
+Value IntArray(std::initializer_list<std::int32_t> items);
+Value TextArray(std::initializer_list<std::string> items);
+
+class ModuleTest : public ::testing::Test {
+ protected:
+  ModuleTest() : host(SharedHost()) {}
+  ~ModuleTest() override;
+
+  // Calls a row and checks that the call kept to the contract: one delivery,
+  // no report, Dispatch returning what the callback returned.
+  Value Call(std::string_view name, std::initializer_list<Argument> args);
+  CallOutcome CallRaw(std::string_view name, std::initializer_list<Argument> args);
+
+  void Load(std::string_view markup);
+  std::int32_t FirstByTag(std::string_view tag);
+  // Issues one handle (the document must have a node without an id).
+  std::int32_t NextHandle();
+
+  // "tag:text" of the element of a handle, so that a result can be read as
+  // which elements it names.
+  std::string Name(std::int32_t handle);
+  // -1, "#tag:text" for another integer, "[tag:text,...]" for an array.
+  std::string Names(const Value& result);
+
+  ModuleHost& host;
+};
+
+}  // namespace qrl::testing

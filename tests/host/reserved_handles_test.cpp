@@ -1,0 +1,88 @@
+// Every document command with every kind of handle that a script can pass:
+// the reserved values, values outside the table, and handle 0 before any
+// document exists. None may crash; each gives the result it gives for -1,
+// and none issues a handle.
+#include <climits>
+
+#include "tests/host/module_fixture.h"
+
+namespace qrl::testing {
+namespace {
+
+struct HandleCase {
+  const char* command;
+  std::vector<Argument> extra;  // arguments after the handle
+  Value forNoElement;           // the result for -1
+  Value forRoot;                // the result for 0 once a document is loaded
+};
+
+std::string S(const char* text) { return text; }
+
+const std::vector<HandleCase>& Cases() {
+  static const std::vector<HandleCase> cases = {
+      {"wvgetinnertext", {}, Value::Integer(-1), Value::Text("x")},
+      {"wvgetinnerhtml", {}, Value::Integer(-1), Value::Text("")},
+      {"wvgetouterhtml", {}, Value::Integer(-1), Value::Text("<p id=\"a\">x</p>")},
+      {"wvgettagname", {}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetattribute", {S("id")}, Value::Text(""), Value::Text("")},
+      {"wvgetattributes", {}, EmptyMap(), EmptyMap()},
+      {"wvgetclasses", {}, EmptyArray(), EmptyArray()},
+      {"wvsetinnertext", {S("y")}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetelementbyid", {S("nothing")}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetelementsbyclass", {S("x")}, EmptyArray(), EmptyArray()},
+      {"wvgetelementsbyclass", {S("c"), S(""), 1}, EmptyArray(), Value::Integer(-1)},
+      {"wvgetelementsbytagname", {S("i")}, EmptyArray(), EmptyArray()},
+      {"wvgetchildren", {}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetchildren", {S("p")}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetlinksbyhref", {S("*")}, EmptyArray(), EmptyArray()},
+      {"wvgetlinksbytext", {S("*")}, EmptyArray(), EmptyArray()},
+      {"wvgetimagesbysrc", {S("*")}, EmptyArray(), EmptyArray()},
+      {"wvgetelementsbyattribute", {S("a"), S("href")}, EmptyArray(), EmptyArray()},
+      {"wvgetparent", {}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetsiblingnext", {}, Value::Integer(-1), Value::Integer(-1)},
+      {"wvgetsiblingprev", {}, Value::Integer(-1), Value::Integer(-1)},
+  };
+  return cases;
+}
+
+Value CallWith(ModuleHost& host, const HandleCase& c, std::int32_t handle) {
+  std::vector<Argument> args{handle};
+  args.insert(args.end(), c.extra.begin(), c.extra.end());
+  host.clearContractFaults();
+  const CallOutcome outcome = host.call(c.command, std::span<const Argument>(args));
+  EXPECT_EQ(outcome.deliveries, 1) << c.command << " " << handle;
+  EXPECT_TRUE(outcome.errors.empty()) << c.command << " " << handle;
+  EXPECT_TRUE(host.contractFaults().empty()) << c.command << " " << handle;
+  return outcome.result;
+}
+
+TEST(ReservedHandles, BeforeAnyLoadEveryHandleActsAsNoElement) {
+  const auto host = FreshHost();
+  for (const auto& c : Cases())
+    for (std::int32_t handle : {INT_MIN, -2, -1, 0, 1, 2, INT_MAX})
+      EXPECT_EQ(CallWith(*host, c, handle), c.forNoElement) << c.command << " " << handle;
+}
+
+TEST(ReservedHandles, ClearBeforeAnyLoadLeavesNoDocument) {
+  const auto host = FreshHost();
+  EXPECT_EQ(host->call("wvclear", {}).result, Value::Integer(0));
+  EXPECT_EQ(host->call("wvgetinnertext", {0}).result, Value::Integer(-1));
+  EXPECT_EQ(host->call("wvgetinnertext", {1}).result, Value::Integer(-1));
+  EXPECT_EQ(host->call("wvparse", {S("<b>z</b>")}).result, Value::Integer(0));
+  EXPECT_EQ(host->call("wvgetelementbyid", {0, S("")}).result, Value::Integer(1));
+}
+
+TEST_F(ModuleTest, AfterALoadOnlyIssuedHandlesNameElements) {
+  Load("<p id=\"a\">x</p>");
+  const std::int32_t last = FirstByTag("p");
+  const std::int32_t next = last + 1;
+  for (const auto& c : Cases()) {
+    EXPECT_EQ(CallWith(host, c, 0), c.forRoot) << c.command;
+    for (std::int32_t handle : {INT_MIN, -2, -1, next, next + 1, INT_MAX})
+      EXPECT_EQ(CallWith(host, c, handle), c.forNoElement) << c.command << " " << handle;
+  }
+  EXPECT_EQ(NextHandle(), next);
+}
+
+}  // namespace
+}  // namespace qrl::testing
