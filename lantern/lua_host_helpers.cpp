@@ -3,10 +3,19 @@
 //   lantern.faults()         every breach of the host contract seen so far
 //   lantern.moduleversion()  the module's version number and description
 //   lantern.hostversion      the host version announced to the module
+//   lantern.failservices{...} makes host services fail, for tests of the
+//                            module's failure paths:
+//       arrayservices = STATUS          every DllArrayServices call
+//       arrhandler = {at = I, status = S}  DllArrHandler at element index I
+//       mapcreate = STATUS              every map creation
+//       mapstore = {at = N, status = S}    the N-th store (from 0) into a map
+//     lantern.failservices() makes every service work again.
 #include <lua.hpp>
+#include <optional>
 
 #include "lantern/lua_extensions.h"
 #include "lantern/lua_session.h"
+#include "lantern/module_host.h"
 
 namespace qrl {
 
@@ -52,9 +61,48 @@ int ModuleVersion(lua_State* L) {
   return 2;
 }
 
+std::optional<HostWord> StatusField(lua_State* L, const char* name) {
+  const int type = lua_getfield(L, 1, name);
+  std::optional<HostWord> status;
+  if (type != LUA_TNIL) status = static_cast<HostWord>(luaL_checkinteger(L, -1));
+  lua_pop(L, 1);
+  return status;
+}
+
+std::optional<ServiceFaults::AtIndex> AtIndexField(lua_State* L, const char* name) {
+  if (lua_getfield(L, 1, name) == LUA_TNIL) {
+    lua_pop(L, 1);
+    return std::nullopt;
+  }
+  luaL_checktype(L, -1, LUA_TTABLE);
+  lua_getfield(L, -1, "at");
+  lua_getfield(L, -2, "status");
+  const ServiceFaults::AtIndex fault{static_cast<HostWord>(luaL_checkinteger(L, -2)),
+                                     static_cast<HostWord>(luaL_checkinteger(L, -1))};
+  lua_pop(L, 3);
+  return fault;
+}
+
+int FailServices(lua_State* L) {
+  ServiceFaults faults;
+  if (!lua_isnoneornil(L, 1)) {
+    luaL_checktype(L, 1, LUA_TTABLE);
+    faults.arrayServices = StatusField(L, "arrayservices");
+    faults.arrHandler = AtIndexField(L, "arrhandler");
+    faults.mapCreate = StatusField(L, "mapcreate");
+    faults.mapStore = AtIndexField(L, "mapstore");
+  }
+  LanternHost(L).setFaults(faults);
+  return 0;
+}
+
 void Install(lua_State* L) {
   static const luaL_Reg functions[] = {
-      {"keys", Keys}, {"faults", Faults}, {"moduleversion", ModuleVersion}, {nullptr, nullptr}};
+      {"keys", Keys},
+      {"faults", Faults},
+      {"moduleversion", ModuleVersion},
+      {"failservices", FailServices},
+      {nullptr, nullptr}};
   luaL_setfuncs(L, functions, 0);
   lua_pushinteger(L, static_cast<lua_Integer>(LanternHost(L).hostVersion()));
   lua_setfield(L, -2, "hostversion");

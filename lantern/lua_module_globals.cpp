@@ -23,9 +23,13 @@ std::string ArgumentProblem(const VocabularyRow& row, int position, const char* 
 
 // Reads the Lua arguments as the row's type nibbles say. A text reaches the
 // module up to its first zero byte, as every text of the boundary does.
+//
+// Trailing nils are no arguments: a script that wraps a function passes its
+// own optional parameters on as they are, nil when its caller left them out.
 std::optional<std::string> ReadArguments(lua_State* L, const VocabularyRow& row,
                                          std::vector<Argument>& args) {
-  const int given = lua_gettop(L);
+  int given = lua_gettop(L);
+  while (given > 0 && lua_isnil(L, given)) --given;
   if (given < static_cast<int>(row.requiredArgs()) || given > static_cast<int>(row.maxArgs())) {
     return row.name + " takes " + row.allowedCounts() + ", got " + std::to_string(given);
   }
