@@ -1,0 +1,23 @@
+-- The lines that wvexecutescript writes; the test compares standard output
+-- with execute_script.expected byte for byte.
+package.path = arg[0]:match("^(.*)/[^/]*$") .. "/?.lua;" .. package.path
+local live = require("live_support")
+
+live.open("one.html")
+local scripts = {
+  "1 + 1",
+  "'a\"b\\\\c'",
+  "document.getElementById('name').textContent",
+  "({list: [1, 'x'], flag: true})",
+  "undefined",
+  "'caf\\u00e9 \\ud83d\\ude00'",
+  "'line\\nbreak'",
+  "",
+  "throw new Error('broken')",
+  "no_such_name",
+}
+for _, script in ipairs(scripts) do
+  print("run: " .. script)
+  wvexecutescript(script)
+  lantern.pump(300)
+end
