@@ -21,7 +21,13 @@ class Arena {
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
 
-  void* Allocate(std::size_t bytes, std::size_t alignment);
+  void* Allocate(std::size_t bytes, std::size_t alignment) {
+    const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(cursor_) % alignment) % alignment;
+    if (bytes + padding > static_cast<std::size_t>(limit_ - cursor_)) return AllocateInNewBlock(bytes, alignment);
+    void* start = cursor_ + padding;
+    cursor_ += padding + bytes;
+    return start;
+  }
   template <typename T>
   T* AllocateArray(std::size_t count) {
     return static_cast<T*>(Allocate(count * sizeof(T), alignof(T)));
@@ -39,7 +45,7 @@ class Arena {
 
   Arena() = default;
   ~Arena();
-  void AddBlock(std::size_t atLeast);
+  void* AllocateInNewBlock(std::size_t bytes, std::size_t alignment);
 
   // The builder's hold is a large bias, so that nodes dropped while the tree
   // is still being built can never bring the count to zero.

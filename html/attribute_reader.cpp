@@ -5,6 +5,7 @@
 #include "html/attribute_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string_view>
 
@@ -18,6 +19,19 @@ bool IsLineBreakOrTab(char byte) { return byte == '\t' || byte == '\r' || byte =
 bool IsBlank(char byte) { return byte == ' ' || IsLineBreakOrTab(byte); }
 bool IsQuote(char byte) { return byte == '"' || byte == '\''; }
 
+struct ByteTable {
+  std::array<bool, 256> set{};
+  bool operator[](char byte) const { return set[static_cast<unsigned char>(byte)]; }
+};
+
+// Bytes that a name doesn't simply take: they end it, are dropped, or warn.
+constexpr ByteTable MakeSpecialInName() {
+  ByteTable table;
+  for (char byte : std::string_view(" \t\r\n\"'=")) table.set[static_cast<unsigned char>(byte)] = true;
+  return table;
+}
+constexpr ByteTable kSpecialInName = MakeSpecialInName();
+
 bool NameBefore(const Attribute& a, const Attribute& b) {
   return std::string_view(a.first) < std::string_view(b.first);
 }
@@ -25,6 +39,7 @@ bool NameBefore(const Attribute& a, const Attribute& b) {
 // Small lists are the rule; sorting them by insertion avoids the buffer that a
 // library stable sort would allocate for every tag.
 void SortByName(std::vector<Attribute>& found) {
+  if (std::is_sorted(found.begin(), found.end(), NameBefore)) return;
   constexpr std::size_t kInsertionSortLimit = 16;
   if (found.size() > kInsertionSortLimit) {
     std::stable_sort(found.begin(), found.end(), NameBefore);
@@ -58,7 +73,7 @@ class AttributeReader {
     std::uint32_t at = 0;
     while (at < size_) {
       switch (state_) {
-        case State::Name: at = ReadNameByte(at); break;
+        case State::Name: at = ReadName(at); break;
         case State::AfterEquals: at = ReadFirstValueByte(at); break;
         case State::Value: at = ReadValue(at); break;
       }
@@ -69,9 +84,13 @@ class AttributeReader {
  private:
   enum class State { Name, AfterEquals, Value };
 
-  std::uint32_t ReadNameByte(std::uint32_t at) {
-    const char byte = raw_[at];
-    if (IsLineBreakOrTab(byte)) return at + 1;
+  // Reads a run of plain name bytes, then acts on the byte that ends it.
+  std::uint32_t ReadName(std::uint32_t at) {
+    std::uint32_t end = at;
+    while (end < size_ && !kSpecialInName[raw_[end]]) ++end;
+    if (end > at) AppendNameBytes(at, end);
+    if (end == size_) return end;
+    const char byte = raw_[end];
     if (byte == ' ') {
       if (HaveName()) Store(TakeName(), NodeString());
     } else if (IsQuote(byte)) {
@@ -79,10 +98,9 @@ class AttributeReader {
     } else if (byte == '=') {
       pendingName_ = TakeName();
       state_ = State::AfterEquals;
-    } else {
-      AppendNameByte(at);
     }
-    return at + 1;
+    // A TAB, CR or LF is dropped and doesn't end the name.
+    return end + 1;
   }
 
   std::uint32_t ReadFirstValueByte(std::uint32_t at) {
@@ -136,9 +154,10 @@ class AttributeReader {
 
   bool HaveName() const { return nameEnd_ != nameBegin_; }
 
-  void AppendNameByte(std::uint32_t at) {
-    if (!HaveName()) nameBegin_ = nameEnd_ = at;
-    raw_[nameEnd_++] = raw_[at];
+  void AppendNameBytes(std::uint32_t begin, std::uint32_t end) {
+    if (!HaveName()) nameBegin_ = nameEnd_ = begin;
+    if (nameEnd_ != begin) std::memmove(raw_ + nameEnd_, raw_ + begin, end - begin);
+    nameEnd_ += end - begin;
   }
 
   NodeString TakeName() {

@@ -15,7 +15,7 @@ struct HtmlElement::OwnStorage {
   std::string text;
 };
 
-HtmlElement::HtmlElement() noexcept = default;
+void HtmlElement::OwnStorageDeleter::operator()(OwnStorage* storage) const noexcept { delete storage; }
 
 // A child that nothing else holds would die inside this destructor and destroy
 // its own children in turn, one stack frame per level of the tree. Instead,
@@ -23,6 +23,7 @@ HtmlElement::HtmlElement() noexcept = default;
 // before it dies, so each node's destruction only ever meets leaves and
 // branches that others still hold.
 HtmlElement::~HtmlElement() {
+  if (children.empty()) return;
   ElementList doomed;
   auto takeUnsharedBranches = [&doomed](HtmlElement& node) {
     ElementRef* items = node.children.MutableItems();
@@ -40,7 +41,7 @@ HtmlElement::~HtmlElement() {
 }
 
 void HtmlElement::ParseAttributes(std::string_view raw) {
-  auto storage = std::make_unique<OwnStorage>();
+  std::unique_ptr<OwnStorage, OwnStorageDeleter> storage(new OwnStorage());
   const auto size = static_cast<std::uint32_t>(raw.size());
   storage->raw = std::make_unique<char[]>(size + std::size_t{1});
   std::memcpy(storage->raw.get(), raw.data(), size);

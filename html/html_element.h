@@ -22,9 +22,11 @@ namespace qrl {
 class Arena;
 using ElementList = std::vector<ElementRef>;
 
-class HtmlElement : public std::enable_shared_from_this<HtmlElement> {
+// Nodes are reached only through ElementRef, so a node needs no reference to
+// itself; leaving that out keeps nodes small and their release cheap.
+class HtmlElement {
  public:
-  HtmlElement() noexcept;
+  HtmlElement() noexcept = default;
   HtmlElement(const HtmlElement&) = delete;
   HtmlElement& operator=(const HtmlElement&) = delete;
   ~HtmlElement();
@@ -56,6 +58,9 @@ class HtmlElement : public std::enable_shared_from_this<HtmlElement> {
   friend class HtmlParser;
 
   struct OwnStorage;
+  struct OwnStorageDeleter {
+    void operator()(OwnStorage* storage) const noexcept;
+  };
 
   // The parser's form: `raw` lies in the tree's arena and is read in place
   // (its byte raw[size] must be writable too); the attributes go to the arena.
@@ -67,7 +72,7 @@ class HtmlElement : public std::enable_shared_from_this<HtmlElement> {
   // sibling operations a scan of the parent's children.
   std::uint32_t siblingIndex_ = 0;
   // What ParseAttributes keeps when it runs outside of a parse.
-  std::unique_ptr<OwnStorage> own_;
+  std::unique_ptr<OwnStorage, OwnStorageDeleter> own_;
 };
 
 }  // namespace qrl

@@ -18,6 +18,7 @@
 //   on the byte behind it, which belongs to no other string.
 #include "html/html_parser.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -50,12 +51,37 @@ constexpr ByteTable MakeTagNameEnds() {
 }
 constexpr ByteTable kEndsTagName = MakeTagNameEnds();
 
+// The index of the first CR, LF or TAB, or `size`. Eight bytes at a time are
+// first tested for any byte below 14, which text rarely has.
+std::uint32_t FindLineBreakOrTab(const char* text, std::uint32_t size) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101u;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080u;
+  std::uint32_t at = 0;
+  for (; at + 8 <= size; at += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text + at, sizeof word);
+    if (((word - kOnes * 14) & ~word & kHighBits) != 0) break;
+  }
+  while (at < size && !IsLineBreakOrTab(text[at])) ++at;
+  return at;
+}
+
+bool StartsWith(const char* bytes, std::string_view prefix) {
+  for (std::size_t i = 0; i < prefix.size(); ++i) {
+    if (bytes[i] != prefix[i]) return false;
+  }
+  return true;
+}
+
 std::string_view RawTextClosingMarker(std::string_view name) {
   if (name == "script") return "</script>";
   if (name == "noscript") return "</noscript>";
   if (name == "style") return "</style>";
   return {};
 }
+
+// Sizes of 63 bytes and more share the last bit.
+std::uint64_t SizeBit(std::size_t size) { return std::uint64_t{1} << std::min<std::size_t>(size, 63); }
 
 std::uint32_t OffsetOf(const void* hit, const char* base) {
   return static_cast<std::uint32_t>(static_cast<const char*>(hit) - base);
@@ -247,8 +273,7 @@ std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
   OpenElement& element = open_.back();
   const std::string_view name = NameOf(element);
   const std::uint32_t start = position + 2;
-  if (start + name.size() < length_ && std::memcmp(input_ + start, name.data(), name.size()) == 0 &&
-      input_[start + name.size()] == '>') {
+  if (start + name.size() < length_ && StartsWith(input_ + start, name) && input_[start + name.size()] == '>') {
     Attach();
     return start + static_cast<std::uint32_t>(name.size()) + 1;
   }
@@ -273,16 +298,19 @@ std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
   return next;
 }
 
+// A text run keeps its bytes in place in the copy; CR, LF and TAB are
+// squeezed out, which the first scan tells are usually absent.
 void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
-  std::uint32_t kept = begin;
-  while (kept < end && !IsLineBreakOrTab(bytes_[kept])) ++kept;
-  for (std::uint32_t at = kept; at < end; ++at) {
-    if (!IsLineBreakOrTab(bytes_[at])) bytes_[kept++] = bytes_[at];
+  char* const text = bytes_ + begin;
+  const std::uint32_t size = end - begin;
+  std::uint32_t kept = FindLineBreakOrTab(text, size);
+  for (std::uint32_t at = kept; at < size; ++at) {
+    if (!IsLineBreakOrTab(text[at])) text[kept++] = text[at];
   }
-  if (kept == begin) return;
+  if (kept == 0) return;
   ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
   node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
-  node->text = TerminatedString(begin, kept);
+  node->text = TerminatedString(begin, begin + kept);
   finished_.push_back(std::move(node));
 }
 
@@ -323,20 +351,15 @@ void HtmlParser::DiscardOpenElements() {
 }
 
 void HtmlParser::PrepareVoidTest() {
-  voidFirstBytes_.fill(false);
-  voidSizes_ = 0;
+  voidSizesByFirstByte_.fill(0);
   for (const std::string& name : voidElements) {
-    if (name.empty()) continue;
-    voidFirstBytes_[static_cast<unsigned char>(name[0])] = true;
-    if (name.size() < 64) voidSizes_ |= std::uint64_t{1} << name.size();
+    if (!name.empty()) voidSizesByFirstByte_[static_cast<unsigned char>(name[0])] |= SizeBit(name.size());
   }
 }
 
 bool HtmlParser::IsVoid(std::string_view name) const {
-  if (!name.empty()) {
-    if (!voidFirstBytes_[static_cast<unsigned char>(name[0])]) return false;
-    if (name.size() < 64 && (voidSizes_ >> name.size() & 1) == 0) return false;
-  }
+  if (!name.empty() && (voidSizesByFirstByte_[static_cast<unsigned char>(name[0])] & SizeBit(name.size())) == 0)
+    return false;
   return voidElements.find(name) != voidElements.end();
 }
 

@@ -86,10 +86,9 @@ class HtmlParser {
   // deep for a scan to answer "is an ancestor named so?" cheaply.
   std::unordered_map<std::string_view, std::uint32_t> openNameCounts_;
   bool countingOpenNames_ = false;
-  // A quick test before a lookup in voidElements: the first bytes of its
-  // names, and the sizes of those shorter than 64 bytes.
-  std::array<bool, 256> voidFirstBytes_{};
-  std::uint64_t voidSizes_ = 0;
+  // A quick test before a lookup in voidElements: for each first byte, a bit
+  // per size of the names that begin with it.
+  std::array<std::uint64_t, 256> voidSizesByFirstByte_{};
 };
 
 }  // namespace qrl

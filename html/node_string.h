@@ -31,6 +31,14 @@ class NodeString {
   friend constexpr std::strong_ordering operator<=>(const NodeString& a, std::string_view b) noexcept {
     return std::string_view(a) <=> b;
   }
+  // Spelled out for two NodeStrings: otherwise each side could convert, and
+  // clang rejects the choice between the two orders as ambiguous.
+  friend constexpr bool operator==(const NodeString& a, const NodeString& b) noexcept {
+    return std::string_view(a) == std::string_view(b);
+  }
+  friend constexpr std::strong_ordering operator<=>(const NodeString& a, const NodeString& b) noexcept {
+    return std::string_view(a) <=> std::string_view(b);
+  }
 
  private:
   const char* data_ = "";

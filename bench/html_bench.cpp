@@ -1,0 +1,143 @@
+#include "bench/html_bench.h"
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "html/class_names.h"
+#include "html/html_parser.h"
+#include "html/tree_walk.h"
+
+namespace qrl::bench {
+
+namespace {
+
+// A parsed page with query arguments that a script would plausibly use on
+// it: its most frequent tag, its most frequent class, and its last id.
+struct ParsedPage {
+  const CorpusPage* page;
+  HtmlParser parser;
+  DocumentRef document;
+  std::string frequentTag;
+  std::string frequentClass;
+  std::string lastId;
+};
+
+std::string MostFrequent(const std::map<std::string, int, std::less<>>& counts) {
+  std::string best;
+  int bestCount = 0;
+  for (const auto& [key, count] : counts) {
+    if (count > bestCount) {
+      best = key;
+      bestCount = count;
+    }
+  }
+  return best;
+}
+
+std::shared_ptr<ParsedPage> ParseForQueries(const CorpusPage& page) {
+  auto parsed = std::make_shared<ParsedPage>();
+  parsed->page = &page;
+  parsed->document = parsed->parser.Parse(page.bytes.c_str(), static_cast<std::uint32_t>(page.bytes.size()));
+  std::map<std::string, int, std::less<>> tags;
+  std::map<std::string, int, std::less<>> classes;
+  WalkDescendants(*parsed->document->root, [&](const ElementRef& node) {
+    if (node->name != "plain" && !node->name.empty()) ++tags[std::string(node->name)];
+    const auto classList = node->attributes.find("class");
+    if (classList != node->attributes.end()) {
+      for (std::string_view name : SplitClassNameViews(classList->second)) ++classes[std::string(name)];
+    }
+    const auto id = node->attributes.find("id");
+    if (id != node->attributes.end()) parsed->lastId = std::string(id->second);
+    return true;
+  });
+  parsed->frequentTag = MostFrequent(tags);
+  parsed->frequentClass = MostFrequent(classes);
+  return parsed;
+}
+
+void CountPageBytes(benchmark::State& state, const CorpusPage& page) {
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                          static_cast<std::int64_t>(page.bytes.size()));
+}
+
+void Parse(benchmark::State& state, const CorpusPage& page) {
+  HtmlParser parser;
+  for (auto _ : state) {
+    DocumentRef document = parser.Parse(page.bytes.c_str(), static_cast<std::uint32_t>(page.bytes.size()));
+    benchmark::DoNotOptimize(document.get());
+  }
+  CountPageBytes(state, page);
+}
+
+void Text(benchmark::State& state, const ParsedPage& parsed) {
+  for (auto _ : state) {
+    std::string text = parsed.document->root->GetText();
+    benchmark::DoNotOptimize(text.data());
+  }
+  CountPageBytes(state, *parsed.page);
+}
+
+void Markup(benchmark::State& state, const ParsedPage& parsed) {
+  for (auto _ : state) {
+    std::string markup;
+    parsed.document->root->AppendMarkup(markup);
+    benchmark::DoNotOptimize(markup.data());
+  }
+  CountPageBytes(state, *parsed.page);
+}
+
+void ByTag(benchmark::State& state, const ParsedPage& parsed) {
+  state.SetLabel("tag " + parsed.frequentTag);
+  for (auto _ : state) {
+    ElementList found = parsed.document->root->GetElementsByTagName(parsed.frequentTag);
+    benchmark::DoNotOptimize(found.data());
+  }
+  CountPageBytes(state, *parsed.page);
+}
+
+void ByClass(benchmark::State& state, const ParsedPage& parsed) {
+  state.SetLabel("class " + parsed.frequentClass);
+  for (auto _ : state) {
+    ElementList found = parsed.document->root->GetElementsByClassName(parsed.frequentClass);
+    benchmark::DoNotOptimize(found.data());
+  }
+  CountPageBytes(state, *parsed.page);
+}
+
+void ById(benchmark::State& state, const ParsedPage& parsed) {
+  state.SetLabel("id " + parsed.lastId);
+  for (auto _ : state) {
+    ElementRef found = parsed.document->root->GetElementById(parsed.lastId);
+    benchmark::DoNotOptimize(found.get());
+  }
+  CountPageBytes(state, *parsed.page);
+}
+
+}  // namespace
+
+void RegisterHtmlBenchmarks(const std::vector<CorpusPage>& pages) {
+  using QueryBenchmark = void (*)(benchmark::State&, const ParsedPage&);
+  const std::pair<const char*, QueryBenchmark> queries[] = {
+      {"Text", Text}, {"Markup", Markup}, {"ByTag", ByTag}, {"ByClass", ByClass}, {"ById", ById}};
+  for (const CorpusPage& page : pages) {
+    benchmark::RegisterBenchmark(("Parse/" + page.name).c_str(),
+                                 [&page](benchmark::State& state) { Parse(state, page); })
+        ->Unit(benchmark::kMillisecond);
+    // Parsed on first use, so that a filter that skips the queries also
+    // skips their setup.
+    auto parsed = std::make_shared<std::shared_ptr<ParsedPage>>();
+    for (const auto& [name, query] : queries) {
+      benchmark::RegisterBenchmark((std::string(name) + "/" + page.name).c_str(),
+                                   [&page, parsed, query](benchmark::State& state) {
+                                     if (!*parsed) *parsed = ParseForQueries(page);
+                                     query(state, **parsed);
+                                   })
+          ->Unit(benchmark::kMillisecond);
+    }
+  }
+}
+
+}  // namespace qrl::bench

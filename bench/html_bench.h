@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vector>
+
+#include "bench/corpus_pages.h"
+
+namespace qrl::bench {
+
+// Parse, Text, Markup, ByTag, ByClass and ById on each page, named
+// "<benchmark>/<page>", each counting the page's bytes as processed.
+void RegisterHtmlBenchmarks(const std::vector<CorpusPage>& pages);
+
+}  // namespace qrl::bench

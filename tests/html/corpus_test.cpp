@@ -1,0 +1,63 @@
+// Real pages: the tree must hang together, and the engine's own markup must
+// be a fixed point (parsing what it wrote and writing again changes nothing).
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "html/tree_walk.h"
+#include "tests/html/parse_helpers.h"
+
+namespace qrl::testing {
+namespace {
+
+std::string ReadCorpusPage(const std::string& name) {
+  const char* folder = std::getenv("QRL_CORPUS");
+  const std::filesystem::path path = std::filesystem::path(folder ? folder : QRL_CORPUS_DIR) / (name + ".html");
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
+std::string MarkupOf(const DocumentRef& document) {
+  std::string markup;
+  document->root->AppendMarkup(markup);
+  return markup;
+}
+
+class CorpusTest : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(CorpusTest, TreeHangsTogetherAndMarkupIsAFixedPoint) {
+  const std::string page = ReadCorpusPage(GetParam());
+  if (page.empty()) GTEST_SKIP() << "corpus page " << GetParam() << " not found";
+  const DocumentRef document = ParseQuietly(page);
+  std::size_t nodes = 0;
+  WalkDescendants(*document->root, [&](const ElementRef& node) {
+    ++nodes;
+    const ElementRef parentNode = node->parent.lock();
+    EXPECT_TRUE(parentNode);
+    if (node->name == "plain") {
+      EXPECT_TRUE(node->children.empty() && node->attributes.empty() && !node->text.empty());
+      EXPECT_EQ(std::string_view(node->text).find_first_of("\r\n\t"), std::string_view::npos);
+    }
+    EXPECT_EQ(node->name.c_str()[node->name.size()], '\0');
+    EXPECT_EQ(node->text.c_str()[node->text.size()], '\0');
+    const ElementRef next = node->GetNextSibling();
+    if (next) {
+      EXPECT_EQ(next->GetPreviousSibling(), node);
+    }
+    return !HasFailure();
+  });
+  EXPECT_GT(nodes, 1000u);
+
+  const std::string markup = MarkupOf(document);
+  EXPECT_EQ(MarkupOf(ParseQuietly(markup)), markup);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, CorpusTest, ::testing::Values("small", "book", "api", "code"));
+
+}  // namespace
+}  // namespace qrl::testing

@@ -1,0 +1,102 @@
+// A million nested elements, handled on a thread whose stack is 1 MiB: every
+// operation of the engine must work without recursion along the depth.
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+
+#include "tests/html/parse_helpers.h"
+
+namespace qrl::testing {
+namespace {
+
+constexpr int kDepth = 1'000'000;
+
+void RunOnSmallStack(const std::function<void()>& work) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 1 << 20), 0);
+  pthread_t thread;
+  auto run = [](void* argument) -> void* {
+    (*static_cast<const std::function<void()>*>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
+
+std::string Repeated(std::string_view piece, int times) {
+  std::string out;
+  out.reserve(piece.size() * static_cast<std::size_t>(times));
+  for (int i = 0; i < times; ++i) out.append(piece);
+  return out;
+}
+
+const std::string kInnermost = "<b class=\"c\" id=\"z\">x</b><i></i>";
+
+struct DeepCase {
+  std::string name;
+  std::string source;
+  std::size_t warnings;  // lines
+  std::string markup;    // empty when nothing of the source may remain
+};
+
+class DepthTest : public ::testing::TestWithParam<DeepCase> {};
+
+TEST_P(DepthTest, ParsesWritesSearchesAndDestroysWithoutRecursion) {
+  const DeepCase& c = GetParam();
+  RunOnSmallStack([&c] {
+    ParseOutcome outcome = ParseCapturingWarnings(c.source);
+    EXPECT_EQ(static_cast<std::size_t>(std::count(outcome.warnings.begin(), outcome.warnings.end(), '\n')),
+              c.warnings);
+    const ElementRef root = outcome.document->root;
+    outcome.document.reset();
+    if (c.markup.empty()) {
+      EXPECT_TRUE(root->children.empty());
+      return;
+    }
+    EXPECT_EQ(root->GetText(), "x");
+    std::string markup;
+    root->AppendMarkup(markup);
+    EXPECT_TRUE(markup == c.markup);
+    const ElementRef b = root->GetElementById("z");
+    ASSERT_TRUE(b);
+    EXPECT_EQ(root->GetElementsByClassName("c"), ElementList{b});
+    EXPECT_EQ(root->GetElementsByTagName("d").size(), static_cast<std::size_t>(kDepth));
+    const ElementRef i = b->GetNextSibling();
+    ASSERT_TRUE(i);
+    EXPECT_EQ(i->name, "i");
+    EXPECT_EQ(i->GetPreviousSibling(), b);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Nesting, DepthTest,
+    ::testing::Values(
+        DeepCase{"Closed", Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth), 0,
+                 Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth)},
+        DeepCase{"LeftOpen", Repeated("<d>", kDepth) + kInnermost, 0, ""},
+        DeepCase{"ClosedByAncestor", "<a>" + Repeated("<d>", kDepth) + kInnermost + "</a>",
+                 static_cast<std::size_t>(kDepth),
+                 "<a>" + Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth) + "</a>"}),
+    [](const ::testing::TestParamInfo<DeepCase>& info) { return info.param.name; });
+
+TEST(DepthTest, HeldSubtreeSurvivesTheRootAndDiesLater) {
+  RunOnSmallStack([] {
+    DocumentRef document = ParseQuietly(Repeated("<d>", kDepth) + "<b>x</b>" + Repeated("</d>", kDepth));
+    ElementRef middle = document->root->GetElementsByTagName("d")[kDepth / 2];
+    std::weak_ptr<HtmlElement> watch = middle;
+    document.reset();
+    ASSERT_FALSE(watch.expired());
+    EXPECT_TRUE(middle->parent.expired());
+    EXPECT_EQ(middle->GetText(), "x");
+    middle.reset();
+    EXPECT_TRUE(watch.expired());
+  });
+}
+
+}  // namespace
+}  // namespace qrl::testing
