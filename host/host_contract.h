@@ -17,7 +17,8 @@
 //   ArrayDims:   five 32-bit words on both widths.
 //
 // The size that goes with a value record in a service call is sizeof(HostValue):
-// 40 on 32-bit hosts, 48 on 64-bit ones.
+// 40 on 32-bit hosts, 48 on 64-bit ones. The list that QORExtenderQuery reads
+// with code 2 is `size` HostWords.
 #pragma once
 
 #include <cstddef>
