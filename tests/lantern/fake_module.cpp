@@ -153,7 +153,9 @@ HostWord SetName(const Frame& frame, const HostValue* args) {
   std::int32_t dims[5] = {2, 0, 0, 0, 0};
   services.DllArrayServices(services.context, &array, qrl::HostValueSize, dims,
                             qrl::ArrayDimsSize, qrl::ServiceFlags);
-  HostValue value = TextRecord(static_cast<const char*>(args[1].text));
+  HostValue value{};
+  value.type = qrl::ValueText;
+  value.text = args[1].text;
   services.DllNamedValue(services.context, static_cast<const char*>(args[0].text), &value,
                          qrl::HostValueSize, qrl::ServiceFlags);
   for (std::int32_t i = 0; i < 2; ++i) {
