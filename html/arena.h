@@ -11,6 +11,11 @@
 #include <cstdint>
 #include <new>
 
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#define QRL_HAVE_SINGLE_THREADED_FLAG 1
+#endif
+
 namespace qrl {
 
 class Arena {
@@ -38,13 +43,32 @@ class Arena {
   void AddHolderWhileBuilding() noexcept { ++holdersAddedWhileBuilding_; }
   // Publishes the holders counted while building and drops the builder's hold.
   void FinishBuilding() noexcept;
-  void DropHolder() noexcept;
+  void DropHolder() noexcept {
+    // While the process has a single thread, nothing can race with this
+    // count, and a plain update spares an atomic operation per released node.
+    if (ProcessIsSingleThreaded()) {
+      const std::int64_t left = holders_.load(std::memory_order_relaxed) - 1;
+      holders_.store(left, std::memory_order_relaxed);
+      if (left == 0) Destroy();
+      return;
+    }
+    if (holders_.fetch_sub(1, std::memory_order_acq_rel) == 1) Destroy();
+  }
 
  private:
   struct Block;
 
   Arena() = default;
   ~Arena();
+  void Destroy() noexcept;
+
+  static bool ProcessIsSingleThreaded() noexcept {
+#if QRL_HAVE_SINGLE_THREADED_FLAG
+    return __libc_single_threaded != 0;
+#else
+    return false;
+#endif
+  }
   void* AllocateInNewBlock(std::size_t bytes, std::size_t alignment);
 
   // The builder's hold is a large bias, so that nodes dropped while the tree

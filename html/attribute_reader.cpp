@@ -38,16 +38,16 @@ bool NameBefore(const Attribute& a, const Attribute& b) {
 
 // Small lists are the rule; sorting them by insertion avoids the buffer that a
 // library stable sort would allocate for every tag.
-void SortByName(std::vector<Attribute>& found) {
-  if (std::is_sorted(found.begin(), found.end(), NameBefore)) return;
-  constexpr std::size_t kInsertionSortLimit = 16;
-  if (found.size() > kInsertionSortLimit) {
-    std::stable_sort(found.begin(), found.end(), NameBefore);
+void SortByName(Attribute* found, std::uint32_t count) {
+  if (std::is_sorted(found, found + count, NameBefore)) return;
+  constexpr std::uint32_t kInsertionSortLimit = 16;
+  if (count > kInsertionSortLimit) {
+    std::stable_sort(found, found + count, NameBefore);
     return;
   }
-  for (std::size_t i = 1; i < found.size(); ++i) {
+  for (std::uint32_t i = 1; i < count; ++i) {
     Attribute moving = found[i];
-    std::size_t j = i;
+    std::uint32_t j = i;
     for (; j > 0 && NameBefore(moving, found[j - 1]); --j) found[j] = found[j - 1];
     found[j] = moving;
   }
@@ -55,21 +55,20 @@ void SortByName(std::vector<Attribute>& found) {
 
 // Keeps the last of each run of equal names: a later attribute replaces an
 // earlier one of the same name.
-void KeepLastOfEqualNames(std::vector<Attribute>& found) {
-  std::size_t kept = 0;
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    if (i + 1 < found.size() && found[i + 1].first == found[i].first) continue;
+std::uint32_t KeepLastOfEqualNames(Attribute* found, std::uint32_t count) {
+  std::uint32_t kept = 0;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (i + 1 < count && found[i + 1].first == found[i].first) continue;
     found[kept++] = found[i];
   }
-  found.resize(kept);
+  return kept;
 }
 
 class AttributeReader {
  public:
-  AttributeReader(char* raw, std::uint32_t size, std::vector<Attribute>& found)
-      : raw_(raw), size_(size), found_(found) {}
+  AttributeReader(char* raw, std::uint32_t size, Attribute* found) : raw_(raw), size_(size), found_(found) {}
 
-  void Run() {
+  std::uint32_t Run() {
     std::uint32_t at = 0;
     while (at < size_) {
       switch (state_) {
@@ -79,6 +78,7 @@ class AttributeReader {
       }
     }
     FinishAtEnd();
+    return count_;
   }
 
  private:
@@ -173,11 +173,12 @@ class AttributeReader {
     return NodeString(raw_ + begin, end - begin);
   }
 
-  void Store(NodeString name, NodeString value) { found_.emplace_back(name, value); }
+  void Store(NodeString name, NodeString value) { found_[count_++] = Attribute(name, value); }
 
   char* raw_;
   std::uint32_t size_;
-  std::vector<Attribute>& found_;
+  Attribute* found_;
+  std::uint32_t count_ = 0;
   State state_ = State::Name;
   std::uint32_t nameBegin_ = 0;
   std::uint32_t nameEnd_ = 0;
@@ -188,11 +189,10 @@ class AttributeReader {
 
 }  // namespace
 
-void ReadAttributes(char* raw, std::uint32_t size, std::vector<Attribute>& found) {
-  found.clear();
-  AttributeReader(raw, size, found).Run();
-  SortByName(found);
-  KeepLastOfEqualNames(found);
+std::uint32_t ReadAttributes(char* raw, std::uint32_t size, Attribute* found) {
+  const std::uint32_t count = AttributeReader(raw, size, found).Run();
+  SortByName(found, count);
+  return KeepLastOfEqualNames(found, count);
 }
 
 }  // namespace qrl

@@ -26,8 +26,9 @@ HtmlElement::~HtmlElement() {
   if (children.empty()) return;
   ElementList doomed;
   auto takeUnsharedBranches = [&doomed](HtmlElement& node) {
-    ElementRef* items = node.children.MutableItems();
-    for (std::size_t i = 0; i < node.children.size(); ++i) {
+    ElementRef* const items = node.children.MutableItems();
+    const std::size_t count = node.children.size();
+    for (std::size_t i = 0; i < count; ++i) {
       ElementRef& child = items[i];
       if (child && !child->children.empty() && child.use_count() == 1) doomed.push_back(std::move(child));
     }
@@ -45,7 +46,8 @@ void HtmlElement::ParseAttributes(std::string_view raw) {
   const auto size = static_cast<std::uint32_t>(raw.size());
   storage->raw = std::make_unique<char[]>(size + std::size_t{1});
   std::memcpy(storage->raw.get(), raw.data(), size);
-  ReadAttributes(storage->raw.get(), size, storage->attributes);
+  storage->attributes.resize(MostAttributesIn(size));
+  storage->attributes.resize(ReadAttributes(storage->raw.get(), size, storage->attributes.data()));
   attributes.Adopt(storage->attributes.data(), static_cast<std::uint32_t>(storage->attributes.size()));
 
   std::string_view trimmed = text;
@@ -61,11 +63,12 @@ void HtmlElement::ParseAttributes(std::string_view raw) {
 void HtmlElement::ParseAttributes(char* raw, std::uint32_t size, Arena& arena,
                                   std::vector<Attribute>& scratch) {
   if (size == 0) return;
-  ReadAttributes(raw, size, scratch);
-  if (scratch.empty()) return;
-  Attribute* items = arena.AllocateArray<Attribute>(scratch.size());
-  std::uninitialized_copy(scratch.begin(), scratch.end(), items);
-  attributes.Adopt(items, static_cast<std::uint32_t>(scratch.size()));
+  if (scratch.size() < MostAttributesIn(size)) scratch.resize(MostAttributesIn(size));
+  const std::uint32_t count = ReadAttributes(raw, size, scratch.data());
+  if (count == 0) return;
+  Attribute* items = arena.AllocateArray<Attribute>(count);
+  std::uninitialized_copy(scratch.data(), scratch.data() + count, items);
+  attributes.Adopt(items, count);
 }
 
 std::uint32_t HtmlElement::IndexAmongSiblings(const HtmlElement& parentNode) const noexcept {

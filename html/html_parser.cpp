@@ -74,10 +74,12 @@ bool StartsWith(const char* bytes, std::string_view prefix) {
 }
 
 std::string_view RawTextClosingMarker(std::string_view name) {
-  if (name == "script") return "</script>";
-  if (name == "noscript") return "</noscript>";
-  if (name == "style") return "</style>";
-  return {};
+  switch (name.size()) {
+    case 5: return name == "style" ? "</style>" : std::string_view();
+    case 6: return name == "script" ? "</script>" : std::string_view();
+    case 8: return name == "noscript" ? "</noscript>" : std::string_view();
+    default: return {};
+  }
 }
 
 // Sizes of 63 bytes and more share the last bit.
@@ -100,7 +102,7 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
   input_ = input;
   length_ = length;
   open_.clear();
-  finished_.clear();
+  finished_.TruncateTo(0);
   openNameCounts_.clear();
   countingOpenNames_ = false;
   PrepareVoidTest();
@@ -175,7 +177,7 @@ std::uint32_t HtmlParser::OpenConstruct(std::uint32_t position) {
   if (next == '?') return SkipPast(position, "?>");
   const std::uint32_t nameBegin = position + 1;
   open_.push_back(OpenElement{nameBegin, nameBegin, nameBegin, nameBegin,
-                              static_cast<std::uint32_t>(finished_.size()),
+                              finished_.size(),
                               ElementState::ElementNameState, false, false});
   return nameBegin;
 }
@@ -311,7 +313,7 @@ void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
   ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
   node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
   node->text = TerminatedString(begin, begin + kept);
-  finished_.push_back(std::move(node));
+  finished_.Push(std::move(node));
 }
 
 // Finishes the element on top of the stack and hands it to its parent.
@@ -323,14 +325,14 @@ void HtmlParser::Attach(NodeString text) {
   node->text = text;
   node->ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *arena_,
                         attributeScratch_);
-  finished_.push_back(std::move(node));
+  finished_.Push(std::move(node));
 }
 
 // Makes a node that takes over the finished children from `firstChild` on.
 ElementRef HtmlParser::MakeNode(NodeString name, std::uint32_t firstChild) {
   ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
   node->name = name;
-  const auto count = static_cast<std::uint32_t>(finished_.size() - firstChild);
+  const std::uint32_t count = finished_.size() - firstChild;
   if (count == 0) return node;
   ElementRef* items = arena_->AllocateArray<ElementRef>(count);
   for (std::uint32_t i = 0; i < count; ++i) {
@@ -340,26 +342,32 @@ ElementRef HtmlParser::MakeNode(NodeString name, std::uint32_t firstChild) {
     new (items + i) ElementRef(std::move(child));
   }
   node->children.Adopt(items, count);
-  finished_.resize(firstChild);
+  finished_.TruncateTo(firstChild);
   return node;
 }
 
 void HtmlParser::DiscardOpenElements() {
-  finished_.resize(open_.front().firstChild);
+  finished_.TruncateTo(open_.front().firstChild);
   open_.clear();
   openNameCounts_.clear();
 }
 
 void HtmlParser::PrepareVoidTest() {
   voidSizesByFirstByte_.fill(0);
+  voidSizesByLastByte_.fill(0);
   for (const std::string& name : voidElements) {
-    if (!name.empty()) voidSizesByFirstByte_[static_cast<unsigned char>(name[0])] |= SizeBit(name.size());
+    if (name.empty()) continue;
+    voidSizesByFirstByte_[static_cast<unsigned char>(name.front())] |= SizeBit(name.size());
+    voidSizesByLastByte_[static_cast<unsigned char>(name.back())] |= SizeBit(name.size());
   }
 }
 
 bool HtmlParser::IsVoid(std::string_view name) const {
-  if (!name.empty() && (voidSizesByFirstByte_[static_cast<unsigned char>(name[0])] & SizeBit(name.size())) == 0)
-    return false;
+  if (!name.empty()) {
+    const std::uint64_t sizeBit = SizeBit(name.size());
+    if ((voidSizesByFirstByte_[static_cast<unsigned char>(name.front())] & sizeBit) == 0) return false;
+    if ((voidSizesByLastByte_[static_cast<unsigned char>(name.back())] & sizeBit) == 0) return false;
+  }
   return voidElements.find(name) != voidElements.end();
 }
 

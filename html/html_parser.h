@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "html/attribute_map.h"
+#include "html/finished_nodes.h"
 #include "html/html_document.h"
 
 namespace qrl {
@@ -80,15 +81,16 @@ class HtmlParser {
   Arena* arena_ = nullptr;  // of the tree being built
   char* bytes_ = nullptr;   // the arena's copy of the input, which the tree's strings point into
   std::vector<OpenElement> open_;
-  std::vector<ElementRef> finished_;
+  FinishedNodes finished_;
   std::vector<Attribute> attributeScratch_;
   // Names of the open elements, counted only once the stack has grown too
   // deep for a scan to answer "is an ancestor named so?" cheaply.
   std::unordered_map<std::string_view, std::uint32_t> openNameCounts_;
   bool countingOpenNames_ = false;
-  // A quick test before a lookup in voidElements: for each first byte, a bit
-  // per size of the names that begin with it.
+  // A quick test before a lookup in voidElements: for each byte, a bit per
+  // size of the names that begin with it, and of those that end with it.
   std::array<std::uint64_t, 256> voidSizesByFirstByte_{};
+  std::array<std::uint64_t, 256> voidSizesByLastByte_{};
 };
 
 }  // namespace qrl
