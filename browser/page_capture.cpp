@@ -6,10 +6,9 @@
 #include <utility>
 
 #include "browser/browser_state.h"
+#include "browser/captured_markup.h"
 #include "browser/script_output.h"
-#include "browser/wide_text.h"
 #include "commands/element_table.h"
-#include "commands/text_utils.h"
 #include "host/cdom.h"
 #include "html/html_parser.h"
 
@@ -25,19 +24,9 @@ struct WaitingCapture {
 bool captureRunning = false;
 std::deque<WaitingCapture> waitingCaptures;
 
-// A JSON string value arrives between double quotes; anything else (a number,
-// null, an object) is taken as markup as it stands.
-std::u16string_view WithoutQuotes(std::u16string_view text) {
-  if (text.empty() || text.front() != u'"') return text;
-  text.remove_prefix(1);
-  if (!text.empty()) text.remove_suffix(1);
-  return text;
-}
-
 void ReplaceDocument(std::u16string_view resultJson) {
   const std::lock_guard<std::mutex> hold(PageLock);
-  const std::u16string unescaped = UnescapeJsonText(resultJson);
-  const std::string bytes = EachUnitToUtf8(WithoutQuotes(unescaped));
+  const std::string bytes = CapturedMarkup(resultJson);
   HtmlParser parser;
   RootDocument = parser.Parse(bytes.c_str(), static_cast<std::uint32_t>(bytes.size()));
   ResetElementTable();

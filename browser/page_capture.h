@@ -19,8 +19,8 @@ enum class CaptureCause { Navigation, Refresh };
 
 // The answer of PageMarkupScript. A failed script changes nothing. Otherwise
 // the JSON string is unescaped, loses its quotes, is parsed as UTF-8 into a
-// new document that replaces the current one, the handle table is reset and
-// "NavComplete" goes to the notify window.
+// new document that replaces the current one (see CapturedMarkup), the
+// handle table is reset and "NavComplete" goes to the notify window.
 //
 // A capture that arrives while another one runs on this thread (the notify
 // window's owner may run a message loop while it takes the text) waits and

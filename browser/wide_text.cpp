@@ -47,19 +47,6 @@ std::size_t SequenceLength(unsigned char lead) {
 
 }  // namespace
 
-std::string EachUnitToUtf8(std::u16string_view text) {
-  std::string out;
-  out.reserve(text.size() + text.size() / 2);
-  for (const char16_t unit : text) {
-    if (unit < 0x80) {
-      out += static_cast<char>(unit);
-    } else {
-      AppendCodePoint(out, unit);
-    }
-  }
-  return out;
-}
-
 std::string ToUtf8(std::u16string_view text) {
   std::string out;
   out.reserve(text.size());

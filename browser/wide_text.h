@@ -1,17 +1,12 @@
-// Conversions between the browser's UTF-16 and the bytes that the document,
-// standard output and the operating system take.
+// Conversions between the browser's UTF-16 and the UTF-8 that standard
+// output, WebKit and the operating system take. (A captured page has its own
+// conversion: see CapturedMarkup.)
 #pragma once
 
 #include <string>
 #include <string_view>
 
 namespace qrl {
-
-// Each 16-bit unit on its own: below 0x80 one byte, below 0x800 two, else
-// three. A surrogate pair thus becomes two three-byte sequences; nothing fails
-// and no byte-order mark is written. This is how a captured page reaches the
-// parser.
-std::string EachUnitToUtf8(std::u16string_view text);
 
 // Proper UTF-8, with surrogate pairs joined; a lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);

@@ -47,13 +47,6 @@ INSTANTIATE_TEST_SUITE_P(
         // Nothing at all is a short text like any other.
         UrlCase{u"", u"https://"}));
 
-TEST(WideText, EachUnitStandsAloneForTheParser) {
-  EXPECT_EQ(EachUnitToUtf8(u"a\u00e9\u20ac"), "a\xC3\xA9\xE2\x82\xAC");
-  // A pair and a lone half alike become three bytes per unit.
-  EXPECT_EQ(EachUnitToUtf8(u"\xD83D\xDE00"), "\xED\xA0\xBD\xED\xB8\x80");
-  EXPECT_EQ(EachUnitToUtf8(std::u16string(1, u'\0')), std::string(1, '\0'));
-}
-
 TEST(WideText, ProperUtf8JoinsPairsAndReplacesLoneHalves) {
   EXPECT_EQ(ToUtf8(u"\xD83D\xDE00"), "\xF0\x9F\x98\x80");
   EXPECT_EQ(ToUtf8(u"\xD83Dx"), "\xEF\xBF\xBDx");
