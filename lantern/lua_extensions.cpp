@@ -40,6 +40,12 @@ LuaSession& SessionOf(lua_State* L) {
 
 ModuleHost& LanternHost(lua_State* L) { return SessionOf(L).host; }
 
+ModuleEventScope::ModuleEventScope(lua_State* L) : L_(L), outer_(SessionOf(L).callingThread) {
+  SessionOf(L).callingThread = L;
+}
+
+ModuleEventScope::~ModuleEventScope() { SessionOf(L_).callingThread = outer_; }
+
 void ShowNewContractFaults(LuaSession& session) {
   const std::vector<std::string>& faults = session.host.contractFaults();
   for (; session.faultsShown < faults.size(); ++session.faultsShown) {

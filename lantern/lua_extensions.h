@@ -50,6 +50,23 @@ std::span<const LanternExtension> LanternExtensions();
 // The host that the running script's module calls go through.
 ModuleHost& LanternHost(lua_State* L);
 
+// While one lives, a named value that the module sets outside any module
+// call (from a browser event in the message loop) goes to this thread: a
+// helper that runs the message loop makes one around it, so that a script
+// pumping from a coroutine gets the value there. End the scope before
+// raising a Lua error: the error would jump over its destructor.
+class ModuleEventScope {
+ public:
+  explicit ModuleEventScope(lua_State* L);
+  ~ModuleEventScope();
+  ModuleEventScope(const ModuleEventScope&) = delete;
+  ModuleEventScope& operator=(const ModuleEventScope&) = delete;
+
+ private:
+  lua_State* L_;
+  lua_State* outer_;
+};
+
 // A module call or a named-value callback that ran outside any module call
 // (a browser event during a pump, say) may leave errors behind. A helper that
 // lets such events run calls this afterwards: it raises the pending errors as

@@ -80,19 +80,18 @@ std::optional<std::string> CallModule(lua_State* L) {
   std::vector<Argument> args;
   if (auto problem = ReadArguments(L, row, args)) return problem;
   CallOutcome outcome;
-  lua_State* outerThread = session.callingThread;
-  session.callingThread = L;
-  // The module writes to the same streams; what the script printed before
-  // must come out before what the module prints.
-  std::fflush(stdout);
-  try {
-    outcome = session.host.call(row, args);
-  } catch (const std::exception& refused) {
-    session.callingThread = outerThread;
-    return std::string(refused.what());
+  {
+    const ModuleEventScope namedValuesGoHere(L);
+    // The module writes to the same streams; what the script printed before
+    // must come out before what the module prints.
+    std::fflush(stdout);
+    try {
+      outcome = session.host.call(row, args);
+    } catch (const std::exception& refused) {
+      return std::string(refused.what());
+    }
+    std::fflush(stdout);
   }
-  std::fflush(stdout);
-  session.callingThread = outerThread;
   ShowNewContractFaults(session);
   for (std::string& error : outcome.errors) session.pendingErrors.push_back(std::move(error));
   PushValue(L, outcome.result);

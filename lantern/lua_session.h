@@ -12,12 +12,11 @@ namespace qrl {
 
 struct LuaSession {
   ModuleHost& host;
-  std::string modulePath;
   // Errors met while the module had control (its reports, a failing
   // named-value callback), raised when control is back in the script.
   std::vector<std::string> pendingErrors;
-  // The thread whose call into the module is running, so that a named value
-  // set during the call lands in the right coroutine's stack.
+  // The thread whose call into the module (or whose message loop) is
+  // running, so that a named value lands in the right coroutine's stack.
   lua_State* callingThread = nullptr;
   // How many of the host's contract faults have been shown as warnings.
   std::size_t faultsShown = 0;

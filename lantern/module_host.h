@@ -140,7 +140,8 @@ class ModuleHost {
   HostWord query(HostWord code, void* buffer, HostWord size);
   // Dispatch with this host's context, callback and services and the caller's
   // code, argument words and result record, unchecked. The delivery lands in
-  // the returned outcome as for call(); arrays and maps stay until released.
+  // the returned outcome as for call(); the arrays and maps made stay until
+  // releaseContainers() or the end of the next call().
   CallOutcome dispatch(HostWord code, void* args, HostWord argCount, HostValue* result);
   HostServices* services() { return &services_; }
   static HostWord QRL_HOSTCALL ResultCallback(HostWord zero, HostWord hostContext,

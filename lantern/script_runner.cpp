@@ -163,7 +163,7 @@ int RunChunk(lua_State* L, const LanternOptions& options) {
   return 1;
 }
 
-int RunScript(ModuleHost& host, const LanternOptions& options, const std::string& modulePath) {
+int RunScript(ModuleHost& host, const LanternOptions& options) {
   LuaStatePtr state(luaL_newstate());
   if (!state) {
     std::fprintf(stderr, "lantern: cannot create a Lua state\n");
@@ -171,7 +171,7 @@ int RunScript(ModuleHost& host, const LanternOptions& options, const std::string
   }
   lua_State* L = state.get();
   luaL_openlibs(L);
-  LuaSession session{host, modulePath, {}, nullptr, 0};
+  LuaSession session{host, {}, nullptr, 0};
   AttachSession(L, session);
   ConnectNamedValues(session, L);
   InstallModuleGlobals(L);
@@ -216,7 +216,7 @@ int RunLantern(const LanternOptions& options) {
     PrintVocabulary(*host, modulePath);
     return 0;
   }
-  const int status = RunScript(*host, options, modulePath);
+  const int status = RunScript(*host, options);
   std::fflush(stdout);
   return status;
 }

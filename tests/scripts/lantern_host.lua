@@ -74,6 +74,12 @@ local heard = {}
 function Listener(value) heard[#heard + 1] = value .. ":" .. #makelist(4) end
 check.eq(setname("Listener", "v"), {1, 2}, "outer array after a nested call")
 check.eq(heard, {"v:4"}, "named value as a call")
+local in_coroutine = coroutine.wrap(function()
+  setname("Listener", "co")
+  return "finished"
+end)
+check.eq(in_coroutine(), "finished", "a module call from a coroutine")
+check.eq(heard, {"v:4", "co:4"}, "named value during a call from a coroutine")
 function Listener() error("listener failed") end
 check.raises("in the named value 'Listener'", setname, "Listener", "v")
 
