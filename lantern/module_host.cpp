@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <deque>
 
 #include "lantern/host_services.h"
 
@@ -45,6 +44,9 @@ bool Fits(const Argument& argument, unsigned type) {
 class ArgumentRecords {
  public:
   explicit ArgumentRecords(std::span<const Argument> args) : records_(args.size()) {
+    // Room for every text up front, so that no text moves once pointed at.
+    narrow_.reserve(args.size());
+    wide_.reserve(args.size());
     for (std::size_t i = 0; i < args.size(); ++i) fill(records_[i], args[i]);
   }
   HostValue* data() { return records_.empty() ? nullptr : records_.data(); }
@@ -66,9 +68,8 @@ class ArgumentRecords {
   }
 
   std::vector<HostValue> records_;
-  // Deques, so that texts already pointed at stay where they are.
-  std::deque<std::string> narrow_;
-  std::deque<std::u16string> wide_;
+  std::vector<std::string> narrow_;
+  std::vector<std::u16string> wide_;
 };
 
 }  // namespace
