@@ -168,10 +168,37 @@ class CQorExtenderT : public CExtenderBase {
     return 1;
   }
 
+  // A handler that lets the host run (a named value, a message) may see a
+  // nested call; that call must leave the enclosing one's delivery state as
+  // it found it.
+  class EnclosingCall {
+   public:
+    explicit EnclosingCall(CQorExtenderT& extender)
+        : extender_(extender),
+          delivered_(extender.delivered),
+          recordStarted_(extender.recordStarted),
+          lastDelivery_(extender.lastDelivery) {
+      extender.delivered = false;
+      extender.recordStarted = false;
+    }
+    ~EnclosingCall() {
+      extender_.delivered = delivered_;
+      extender_.recordStarted = recordStarted_;
+      extender_.lastDelivery = lastDelivery_;
+    }
+    EnclosingCall(const EnclosingCall&) = delete;
+    EnclosingCall& operator=(const EnclosingCall&) = delete;
+
+   private:
+    CQorExtenderT& extender_;
+    bool delivered_;
+    bool recordStarted_;
+    HostWord lastDelivery_;
+  };
+
   HostWord RunHandler(Handler handler, HostWord passOn1, HostWord passOn2, HostWord passOn3,
                       HostValue* args, HostWord argCount) {
-    delivered = false;
-    recordStarted = false;
+    const EnclosingCall enclosing(*this);
     try {
       return (static_cast<Handlers*>(this)->*handler)(passOn1, passOn2, passOn3, args, argCount);
     } catch (const CDllGenericExecption& failure) {
