@@ -15,14 +15,46 @@ namespace qrl {
 
 namespace {
 
-std::string ArgumentProblem(const VocabularyRow& row, int position, const char* expected,
-                            lua_State* L) {
-  return "bad argument #" + std::to_string(position) + " to '" + row.name + "' (" + expected +
-         " expected, got " + luaL_typename(L, position) + ")";
+std::string BadArgument(const VocabularyRow& row, int position, const std::string& why) {
+  return "bad argument #" + std::to_string(position) + " to '" + row.name + "' (" + why + ")";
 }
 
-// Reads the Lua arguments as the row's type nibbles say. A text reaches the
-// module up to its first zero byte, as every text of the boundary does.
+std::optional<std::string> ReadInteger(lua_State* L, const VocabularyRow& row, int position,
+                                       std::vector<Argument>& args) {
+  if (lua_type(L, position) != LUA_TNUMBER) {
+    return BadArgument(row, position,
+                       std::string("integer expected, got ") + luaL_typename(L, position));
+  }
+  int exact = 0;
+  const lua_Integer number = lua_tointegerx(L, position, &exact);
+  if (!exact) return BadArgument(row, position, "number has no integer representation");
+  if (number < std::numeric_limits<std::int32_t>::min() ||
+      number > std::numeric_limits<std::int32_t>::max()) {
+    return BadArgument(row, position, "integer out of the 32-bit range");
+  }
+  args.emplace_back(static_cast<std::int32_t>(number));
+  return std::nullopt;
+}
+
+// A text reaches the module up to its first zero byte, as every text of the
+// boundary does; a wide one goes as the UTF-16 of the script's UTF-8.
+std::optional<std::string> ReadText(lua_State* L, const VocabularyRow& row, int position,
+                                    bool wide, std::vector<Argument>& args) {
+  if (lua_type(L, position) != LUA_TSTRING) {
+    return BadArgument(row, position,
+                       std::string("string expected, got ") + luaL_typename(L, position));
+  }
+  std::size_t length = 0;
+  const char* bytes = lua_tolstring(L, position, &length);
+  if (wide) {
+    args.emplace_back(Utf8ToUtf16(std::string_view(bytes, length)));
+  } else {
+    args.emplace_back(std::string(bytes, length));
+  }
+  return std::nullopt;
+}
+
+// Reads the Lua arguments as the row's type nibbles say.
 //
 // Trailing nils are no arguments: a script that wraps a function passes its
 // own optional parameters on as they are, nil when its caller left them out.
@@ -34,39 +66,21 @@ std::optional<std::string> ReadArguments(lua_State* L, const VocabularyRow& row,
     return row.name + " takes " + row.allowedCounts() + ", got " + std::to_string(given);
   }
   for (int position = 1; position <= given; ++position) {
+    std::optional<std::string> problem;
     switch (row.argType(static_cast<unsigned>(position - 1))) {
-      case ArgInteger: {
-        int exact = 0;
-        const lua_Integer number =
-            lua_type(L, position) == LUA_TNUMBER ? lua_tointegerx(L, position, &exact) : 0;
-        if (!exact && lua_type(L, position) == LUA_TNUMBER) {
-          return "bad argument #" + std::to_string(position) + " to '" + row.name +
-                 "' (number has no integer representation)";
-        }
-        if (!exact) return ArgumentProblem(row, position, "integer", L);
-        if (number < std::numeric_limits<std::int32_t>::min() ||
-            number > std::numeric_limits<std::int32_t>::max()) {
-          return "bad argument #" + std::to_string(position) + " to '" + row.name +
-                 "' (integer out of the 32-bit range)";
-        }
-        args.emplace_back(static_cast<std::int32_t>(number));
+      case ArgInteger:
+        problem = ReadInteger(L, row, position, args);
         break;
-      }
       case ArgText:
-      case ArgWideText: {
-        if (lua_type(L, position) != LUA_TSTRING) return ArgumentProblem(row, position, "string", L);
-        std::size_t length = 0;
-        const char* bytes = lua_tolstring(L, position, &length);
-        if (row.argType(static_cast<unsigned>(position - 1)) == ArgText) {
-          args.emplace_back(std::string(bytes, length));
-        } else {
-          args.emplace_back(Utf8ToUtf16(std::string_view(bytes, length)));
-        }
+        problem = ReadText(L, row, position, false, args);
         break;
-      }
+      case ArgWideText:
+        problem = ReadText(L, row, position, true, args);
+        break;
       default:
-        return "'" + row.name + "' declares an argument type this host cannot pass";
+        problem = "'" + row.name + "' declares an argument type this host cannot pass";
     }
+    if (problem) return problem;
   }
   return std::nullopt;
 }

@@ -8,7 +8,8 @@ check.eq(answer, 42, "constant")
 check.eq(type(echo), "function", "function global")
 
 -- Counts and types are judged before the module is called, and the message
--- names the function, what it allows and the script's line.
+-- names the function, what it allows and the script's line. (Had silent(1)
+-- reached the module, its missing result would show in lantern.faults().)
 local function refused(message, f, ...) return {message, f, table.pack(...)} end
 local refusals = {
   refused("echo takes 1 to 3 arguments, got 0", echo),
