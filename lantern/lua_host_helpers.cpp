@@ -21,11 +21,6 @@ namespace qrl {
 
 namespace {
 
-// The Query code that asks for the version and description, and the room a
-// host gives for the description.
-constexpr HostWord VersionQuery = 1;
-constexpr std::size_t DescriptionRoom = 260;
-
 int Keys(lua_State* L) {
   luaL_checktype(L, 1, LUA_TTABLE);
   if (!lua_getmetatable(L, 1) || lua_getfield(L, -1, "__keys") != LUA_TTABLE) {
@@ -52,12 +47,14 @@ int Faults(lua_State* L) {
 }
 
 int ModuleVersion(lua_State* L) {
-  char description[DescriptionRoom] = {};
-  const HostWord version =
-      LanternHost(L).query(VersionQuery, description, static_cast<HostWord>(sizeof description));
-  description[sizeof description - 1] = '\0';
-  lua_pushinteger(L, version);
-  lua_pushstring(L, description);
+  lua_Integer number = 0;
+  {
+    const ModuleHost::VersionInfo info = LanternHost(L).versionInfo();
+    number = info.number;
+    lua_pushlstring(L, info.description.data(), info.description.size());
+  }
+  lua_pushinteger(L, number);
+  lua_insert(L, -2);
   return 2;
 }
 

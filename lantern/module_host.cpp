@@ -176,6 +176,18 @@ CallOutcome ModuleHost::call(const VocabularyRow& row, std::span<const Argument>
   return outcome;
 }
 
+ModuleHost::VersionInfo ModuleHost::versionInfo() {
+  // The Query code that asks for the version, and the room that hosts give
+  // the description: a path's worth.
+  constexpr HostWord VersionQuery = 1;
+  char description[260] = {};
+  VersionInfo info;
+  info.number = query(VersionQuery, description, static_cast<HostWord>(sizeof description));
+  description[sizeof description - 1] = '\0';
+  info.description = description;
+  return info;
+}
+
 HostWord ModuleHost::query(HostWord code, void* buffer, HostWord size) {
   return exports_.query(code, buffer, size);
 }

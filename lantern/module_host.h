@@ -136,6 +136,14 @@ class ModuleHost {
   // Checks a call as call() does; throws CallRefused with the reason.
   static void CheckArguments(const VocabularyRow& row, std::span<const Argument> args);
 
+  // The module's version number and description, as Query with code 1 gives
+  // them into a buffer of the usual room.
+  struct VersionInfo {
+    HostWord number = 0;
+    std::string description;
+  };
+  VersionInfo versionInfo();
+
   // Raw access for tests of the boundary itself.
   HostWord query(HostWord code, void* buffer, HostWord size);
   // Dispatch with this host's context, callback and services and the caller's

@@ -52,11 +52,10 @@ struct LuaStateCloser {
 using LuaStatePtr = std::unique_ptr<lua_State, LuaStateCloser>;
 
 void PrintVocabulary(ModuleHost& host, const std::string& path) {
-  char description[260] = {};
-  const HostWord version = host.query(1, description, static_cast<HostWord>(sizeof description));
-  description[sizeof description - 1] = '\0';
+  const ModuleHost::VersionInfo version = host.versionInfo();
   std::printf("module: %s\nversion: %ld\ndescription: %s\n\n%s", path.c_str(),
-              static_cast<long>(version), description, FormatVocabulary(host.vocabulary()).c_str());
+              static_cast<long>(version.number), version.description.c_str(),
+              FormatVocabulary(host.vocabulary()).c_str());
 }
 
 struct NamedValueRequest {

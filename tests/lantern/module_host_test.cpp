@@ -247,10 +247,10 @@ TEST_F(FakeModuleTest, RawDispatchKeepsItsContainersUntilReleased) {
   EXPECT_EQ(host.decode(result).kind, Value::Kind::Other) << "a released array is gone";
 }
 
-TEST_F(FakeModuleTest, QueryPassesThrough) {
-  char description[260] = {};
-  EXPECT_EQ(host.query(1, description, sizeof description), 7);
-  EXPECT_STREQ(description, "fake module");
+TEST_F(FakeModuleTest, VersionComesFromQuery) {
+  const ModuleHost::VersionInfo version = host.versionInfo();
+  EXPECT_EQ(version.number, 7);
+  EXPECT_EQ(version.description, "fake module");
 }
 
 TEST(ModuleLoading, NamesThePathAndTheReasonWhenAFileIsNoModule) {
