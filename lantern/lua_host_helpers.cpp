@@ -14,7 +14,6 @@
 #include <optional>
 
 #include "lantern/lua_extensions.h"
-#include "lantern/lua_session.h"
 #include "lantern/module_host.h"
 
 namespace qrl {
