@@ -94,9 +94,14 @@ class ArenaAllocator {
   template <typename U>
   ArenaAllocator(const ArenaAllocator<U>& other) noexcept : arena_(other.arena()) {}
 
+  // A node starts on a cache line and fills whole lines, so that the fields
+  // read when it is released (the counts, then its first fields) share the
+  // first line.
   T* allocate(std::size_t count) {
+    constexpr std::size_t kCacheLine = 64;
+    const std::size_t bytes = (count * sizeof(T) + kCacheLine - 1) / kCacheLine * kCacheLine;
     arena_->AddHolderWhileBuilding();
-    return arena_->AllocateArray<T>(count);
+    return static_cast<T*>(arena_->Allocate(bytes, kCacheLine));
   }
   void deallocate(T*, std::size_t) noexcept { arena_->DropHolder(); }
 

@@ -98,6 +98,9 @@ class AttributeReader {
     } else if (byte == '=') {
       pendingName_ = TakeName();
       state_ = State::AfterEquals;
+      // The value usually follows at once; reading it here saves a round
+      // through the state loop.
+      return end + 1 < size_ ? ReadFirstValueByte(end + 1) : end + 1;
     }
     // A TAB, CR or LF is dropped and doesn't end the name.
     return end + 1;
@@ -114,7 +117,7 @@ class AttributeReader {
     state_ = State::Value;
     quote_ = IsQuote(byte) ? byte : '\0';
     valueBegin_ = quote_ != '\0' ? at + 1 : at;
-    return valueBegin_;
+    return ReadValue(valueBegin_);
   }
 
   std::uint32_t ReadValue(std::uint32_t at) {

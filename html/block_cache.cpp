@@ -4,6 +4,15 @@
 #include <mutex>
 #include <vector>
 
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/asan_interface.h>
+#define QRL_POISON(memory, size) ASAN_POISON_MEMORY_REGION(memory, size)
+#define QRL_UNPOISON(memory, size) ASAN_UNPOISON_MEMORY_REGION(memory, size)
+#else
+#define QRL_POISON(memory, size) static_cast<void>(0)
+#define QRL_UNPOISON(memory, size) static_cast<void>(0)
+#endif
+
 namespace qrl {
 
 namespace {
@@ -38,6 +47,7 @@ CachedBlock TakeCachedBlock(std::size_t atLeast) {
   cache.blocks[best] = cache.blocks.back();
   cache.blocks.pop_back();
   cache.bytes -= taken.size;
+  QRL_UNPOISON(taken.memory, taken.size);
   return taken;
 }
 
@@ -48,6 +58,8 @@ void GiveBlockBack(CachedBlock block) {
     if (cache.bytes + block.size <= kCacheLimit) {
       cache.blocks.push_back(block);
       cache.bytes += block.size;
+      // A sanitized build still reports any use of a tree that has died.
+      QRL_POISON(block.memory, block.size);
       return;
     }
   }

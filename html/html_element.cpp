@@ -21,14 +21,14 @@ void HtmlElement::OwnStorageDeleter::operator()(OwnStorage* storage) const noexc
 // its own children in turn, one stack frame per level of the tree. Instead,
 // every such branch below this node is moved to a worklist and emptied there
 // before it dies, so each node's destruction only ever meets leaves and
-// branches that others still hold.
+// branches that others still hold. Branches are taken in document order,
+// which is the order of the nodes in memory.
 HtmlElement::~HtmlElement() {
   if (children.empty()) return;
   ElementList doomed;
   auto takeUnsharedBranches = [&doomed](HtmlElement& node) {
     ElementRef* const items = node.children.MutableItems();
-    const std::size_t count = node.children.size();
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = node.children.size(); i-- > 0;) {
       ElementRef& child = items[i];
       if (child && !child->children.empty() && child.use_count() == 1) doomed.push_back(std::move(child));
     }

@@ -31,11 +31,23 @@ class HtmlElement {
   HtmlElement& operator=(const HtmlElement&) = delete;
   ~HtmlElement();
 
-  NodeString name;                    // tag name as written; "plain" on a text run; empty on the root
-  NodeString text;                    // text run, or raw content of script/noscript/style
-  AttributeMap attributes;            // sorted by name in byte order; names keep their case
+  // The fields that releasing a node reads come first, so that with the
+  // reference counts in front of them they share one cache line.
   std::weak_ptr<HtmlElement> parent;  // empty on the root
   ChildList children;                 // document order, text runs included
+
+ private:
+  struct OwnStorage;
+  struct OwnStorageDeleter {
+    void operator()(OwnStorage* storage) const noexcept;
+  };
+  // What ParseAttributes keeps when it runs outside of a parse.
+  std::unique_ptr<OwnStorage, OwnStorageDeleter> own_;
+
+ public:
+  NodeString name;          // tag name as written; "plain" on a text run; empty on the root
+  NodeString text;          // text run, or raw content of script/noscript/style
+  AttributeMap attributes;  // sorted by name in byte order; names keep their case
 
   // Reads the raw text of a start tag into `attributes` (which must still be
   // empty) and trims the spaces around `text`.
@@ -57,11 +69,6 @@ class HtmlElement {
  private:
   friend class HtmlParser;
 
-  struct OwnStorage;
-  struct OwnStorageDeleter {
-    void operator()(OwnStorage* storage) const noexcept;
-  };
-
   // The parser's form: `raw` lies in the tree's arena and is read in place
   // (its byte raw[size] must be writable too); the attributes go to the arena.
   // The parser trims raw text itself when it takes it.
@@ -71,8 +78,6 @@ class HtmlElement {
   // Where this node stands in its parent's children; a hint that saves the
   // sibling operations a scan of the parent's children.
   std::uint32_t siblingIndex_ = 0;
-  // What ParseAttributes keeps when it runs outside of a parse.
-  std::unique_ptr<OwnStorage, OwnStorageDeleter> own_;
 };
 
 }  // namespace qrl

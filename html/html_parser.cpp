@@ -8,10 +8,12 @@
 //   (the terminating NUL) is ever read beyond the input, and only where a
 //   byte behind a "<" or a "-" is looked at; a NUL inside the input is an
 //   ordinary byte.
-// - A node is made only when its element is complete. Children wait in
-//   finished_ until their parent is complete and takes them into an array of
-//   its own; an element still open at the end of the input thus leaves no
-//   trace, and neither do its finished children.
+// - A node is made at its start tag, so nodes lie in the arena in document
+//   order, which is also the order in which a tree is later walked and
+//   destroyed. Finished children wait in finished_ until their parent is
+//   complete and takes them into an array of its own; an element still open
+//   at the end of the input thus leaves no trace, and neither do its
+//   finished children.
 // - The tree's strings point into the arena's copy of the input (bytes_). The
 //   scanning reads the untouched input, so the copy can be rewritten freely:
 //   line breaks and tabs leave text in place, and each string gets its NUL
@@ -115,6 +117,7 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
   bytes_ = arena_->AllocateArray<char>(std::size_t{length} + 1);
   std::memcpy(bytes_, input, length);
   bytes_[length] = '\0';
+  root = NewNode(nullptr);
 
   // Text outside of any element ends the document.
   std::uint32_t position = 0;
@@ -128,7 +131,7 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
       break;
     }
   }
-  root = MakeNode(NodeString(), 0);
+  AdoptFinishedChildren(*root, 0);
 
   input_ = nullptr;
   bytes_ = nullptr;
@@ -176,8 +179,8 @@ std::uint32_t HtmlParser::OpenConstruct(std::uint32_t position) {
   }
   if (next == '?') return SkipPast(position, "?>");
   const std::uint32_t nameBegin = position + 1;
-  open_.push_back(OpenElement{nameBegin, nameBegin, nameBegin, nameBegin,
-                              finished_.size(),
+  ElementRef node = NewNode(open_.empty() ? root : open_.back().node);
+  open_.push_back(OpenElement{std::move(node), nameBegin, nameBegin, nameBegin, nameBegin, finished_.size(),
                               ElementState::ElementNameState, false, false});
   return nameBegin;
 }
@@ -193,6 +196,7 @@ std::uint32_t HtmlParser::ReadName(std::uint32_t position) {
   element.nameBegin = position;
   element.nameEnd = end;
   element.rawBegin = element.rawEnd = end;
+  element.node->name = TerminatedString(position, end);
   const char byte = input_[end];
   if (IsWhiteSpace(byte)) {
     element.state = ElementState::ElementAttributesState;
@@ -310,40 +314,45 @@ void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
     if (!IsLineBreakOrTab(text[at])) text[kept++] = text[at];
   }
   if (kept == 0) return;
-  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
+  ElementRef node = NewNode(open_.back().node);
   node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
   node->text = TerminatedString(begin, begin + kept);
-  finished_.Push(std::move(node));
+  AddFinished(std::move(node));
 }
 
 // Finishes the element on top of the stack and hands it to its parent.
 void HtmlParser::Attach(NodeString text) {
-  const OpenElement element = open_.back();
+  OpenElement element = std::move(open_.back());
   open_.pop_back();
   if (element.counted) UncountOpenName(element);
-  ElementRef node = MakeNode(TerminatedString(element.nameBegin, element.nameEnd), element.firstChild);
-  node->text = text;
-  node->ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *arena_,
-                        attributeScratch_);
+  HtmlElement& node = *element.node;
+  AdoptFinishedChildren(node, element.firstChild);
+  node.text = text;
+  node.ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *arena_,
+                       attributeScratch_);
+  AddFinished(std::move(element.node));
+}
+
+ElementRef HtmlParser::NewNode(const ElementRef& parentNode) {
+  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
+  node->parent = parentNode;
+  return node;
+}
+
+// A finished node waits for its parent, the element now on top of the stack
+// (or the root), whose children begin at that element's firstChild.
+void HtmlParser::AddFinished(ElementRef node) {
+  node->siblingIndex_ = finished_.size() - (open_.empty() ? 0 : open_.back().firstChild);
   finished_.Push(std::move(node));
 }
 
-// Makes a node that takes over the finished children from `firstChild` on.
-ElementRef HtmlParser::MakeNode(NodeString name, std::uint32_t firstChild) {
-  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
-  node->name = name;
+void HtmlParser::AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild) {
   const std::uint32_t count = finished_.size() - firstChild;
-  if (count == 0) return node;
+  if (count == 0) return;
   ElementRef* items = arena_->AllocateArray<ElementRef>(count);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    ElementRef& child = finished_[firstChild + i];
-    child->parent = node;
-    child->siblingIndex_ = i;
-    new (items + i) ElementRef(std::move(child));
-  }
-  node->children.Adopt(items, count);
+  for (std::uint32_t i = 0; i < count; ++i) new (items + i) ElementRef(std::move(finished_[firstChild + i]));
+  node.children.Adopt(items, count);
   finished_.TruncateTo(firstChild);
-  return node;
 }
 
 void HtmlParser::DiscardOpenElements() {

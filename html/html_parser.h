@@ -39,9 +39,12 @@ class HtmlParser {
     ElementCloseState,
   };
 
-  // An element whose end hasn't been read yet. Its node is made only when it
-  // is complete; until then its finished children wait in `finished_`.
+  // An element whose end hasn't been read yet. Its node exists from the start
+  // tag on, so that children can name it as their parent when they are made;
+  // it takes its finished children (waiting in `finished_`) only when it is
+  // complete.
   struct OpenElement {
+    ElementRef node;
     std::uint32_t nameBegin;
     std::uint32_t nameEnd;
     std::uint32_t rawBegin;  // raw attribute text
@@ -64,7 +67,9 @@ class HtmlParser {
   void EnterContent(OpenElement& element);
   void AddTextNode(std::uint32_t begin, std::uint32_t end);
   void Attach(NodeString text = NodeString());
-  ElementRef MakeNode(NodeString name, std::uint32_t firstChild);
+  ElementRef NewNode(const ElementRef& parentNode);
+  void AddFinished(ElementRef node);
+  void AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild);
   void DiscardOpenElements();
 
   void PrepareVoidTest();
