@@ -32,17 +32,29 @@ constexpr ByteTable MakeSpecialInName() {
 }
 constexpr ByteTable kSpecialInName = MakeSpecialInName();
 
-bool NameBefore(const Attribute& a, const Attribute& b) {
-  return std::string_view(a.first) < std::string_view(b.first);
+// Unsigned byte order; most names already differ in their first byte.
+inline bool NameBefore(const Attribute& a, const Attribute& b) {
+  const std::string_view left(a.first);
+  const std::string_view right(b.first);
+  if (!left.empty() && !right.empty() && left.front() != right.front())
+    return static_cast<unsigned char>(left.front()) < static_cast<unsigned char>(right.front());
+  return left < right;
+}
+
+// Names in strictly rising order need neither sorting nor merging.
+bool NamesStrictlyRise(const Attribute* found, std::uint32_t count) {
+  for (std::uint32_t i = 1; i < count; ++i) {
+    if (!NameBefore(found[i - 1], found[i])) return false;
+  }
+  return true;
 }
 
 // Small lists are the rule; sorting them by insertion avoids the buffer that a
 // library stable sort would allocate for every tag.
 void SortByName(Attribute* found, std::uint32_t count) {
-  if (std::is_sorted(found, found + count, NameBefore)) return;
   constexpr std::uint32_t kInsertionSortLimit = 16;
   if (count > kInsertionSortLimit) {
-    std::stable_sort(found, found + count, NameBefore);
+    std::stable_sort(found, found + count, [](const Attribute& a, const Attribute& b) { return NameBefore(a, b); });
     return;
   }
   for (std::uint32_t i = 1; i < count; ++i) {
@@ -194,6 +206,7 @@ class AttributeReader {
 
 std::uint32_t ReadAttributes(char* raw, std::uint32_t size, Attribute* found) {
   const std::uint32_t count = AttributeReader(raw, size, found).Run();
+  if (NamesStrictlyRise(found, count)) return count;
   SortByName(found, count);
   return KeepLastOfEqualNames(found, count);
 }

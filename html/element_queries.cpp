@@ -41,7 +41,16 @@ void CollectDescendants(const HtmlElement& start, ElementList& results, Matches&
 
 }  // namespace
 
+// Most nodes have a handful of attributes, where a scan that compares sizes
+// first beats a binary search.
 AttributeMap::const_iterator AttributeMap::find(std::string_view name) const noexcept {
+  constexpr std::uint32_t kScanLimit = 8;
+  if (size_ <= kScanLimit) {
+    for (const Attribute& entry : *this) {
+      if (entry.first.size() == name.size() && std::string_view(entry.first) == name) return &entry;
+    }
+    return end();
+  }
   const auto found = std::lower_bound(begin(), end(), name, [](const Attribute& entry, std::string_view key) {
     return std::string_view(entry.first) < key;
   });

@@ -26,7 +26,9 @@ using ElementList = std::vector<ElementRef>;
 // itself; leaving that out keeps nodes small and their release cheap.
 class HtmlElement {
  public:
-  HtmlElement() noexcept = default;
+  // Provided rather than defaulted: the members initialize themselves, and a
+  // defaulted constructor would have every new node zeroed first.
+  HtmlElement() noexcept {}
   HtmlElement(const HtmlElement&) = delete;
   HtmlElement& operator=(const HtmlElement&) = delete;
   ~HtmlElement();
