@@ -5,32 +5,20 @@
 #include "html/attribute_reader.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <string_view>
 
+#include "html/byte_classes.h"
 #include "html/warnings.h"
 
 namespace qrl {
 
 namespace {
 
-bool IsLineBreakOrTab(char byte) { return byte == '\t' || byte == '\r' || byte == '\n'; }
-bool IsBlank(char byte) { return byte == ' ' || IsLineBreakOrTab(byte); }
 bool IsQuote(char byte) { return byte == '"' || byte == '\''; }
 
-struct ByteTable {
-  std::array<bool, 256> set{};
-  bool operator[](char byte) const { return set[static_cast<unsigned char>(byte)]; }
-};
-
 // Bytes that a name doesn't simply take: they end it, are dropped, or warn.
-constexpr ByteTable MakeSpecialInName() {
-  ByteTable table;
-  for (char byte : std::string_view(" \t\r\n\"'=")) table.set[static_cast<unsigned char>(byte)] = true;
-  return table;
-}
-constexpr ByteTable kSpecialInName = MakeSpecialInName();
+constexpr ByteTable kSpecialInName = MakeByteTable(" \t\r\n\"'=");
 
 // Unsigned byte order; most names already differ in their first byte.
 inline bool NameBefore(const Attribute& a, const Attribute& b) {
@@ -120,7 +108,7 @@ class AttributeReader {
 
   std::uint32_t ReadFirstValueByte(std::uint32_t at) {
     const char byte = raw_[at];
-    if (IsBlank(byte)) {
+    if (IsWhiteSpace(byte)) {
       if (!pendingName_.empty()) Store(pendingName_, NodeString());
       pendingName_ = NodeString();
       state_ = State::Name;
@@ -163,7 +151,7 @@ class AttributeReader {
   }
 
   std::uint32_t FindBlank(std::uint32_t at) const {
-    while (at < size_ && !IsBlank(raw_[at])) ++at;
+    while (at < size_ && !IsWhiteSpace(raw_[at])) ++at;
     return at;
   }
 

@@ -25,6 +25,7 @@
 #include <new>
 
 #include "html/arena.h"
+#include "html/byte_classes.h"
 #include "html/warnings.h"
 
 namespace qrl {
@@ -36,22 +37,7 @@ constexpr std::string_view kTextNodeName = "plain";
 // the open names instead of a scan of the stack.
 constexpr std::size_t kAncestorScanLimit = 64;
 
-constexpr bool IsWhiteSpace(char byte) {
-  return byte == ' ' || byte == '\r' || byte == '\n' || byte == '\t';
-}
-constexpr bool IsLineBreakOrTab(char byte) { return byte == '\r' || byte == '\n' || byte == '\t'; }
-
-struct ByteTable {
-  std::array<bool, 256> set{};
-  bool operator[](char byte) const { return set[static_cast<unsigned char>(byte)]; }
-};
-
-constexpr ByteTable MakeTagNameEnds() {
-  ByteTable table;
-  for (char byte : std::string_view(" \r\n\t/>")) table.set[static_cast<unsigned char>(byte)] = true;
-  return table;
-}
-constexpr ByteTable kEndsTagName = MakeTagNameEnds();
+constexpr ByteTable kEndsTagName = MakeByteTable(" \r\n\t/>");
 
 // The index of the first CR, LF or TAB, or `size`. Eight bytes at a time are
 // first tested for any byte below 14, which text rarely has.
