@@ -71,6 +71,10 @@ class AttributeReader {
   std::uint32_t Run() {
     std::uint32_t at = 0;
     while (at < size_) {
+      if (state_ == State::Name && !HaveName()) {
+        at = ReadQuotedPairs(at);
+        if (at == size_) break;
+      }
       switch (state_) {
         case State::Name: at = ReadName(at); break;
         case State::AfterEquals: at = ReadFirstValueByte(at); break;
@@ -83,6 +87,34 @@ class AttributeReader {
 
  private:
   enum class State { Name, AfterEquals, Value };
+
+  // The usual form, name="value" with at most one space behind it, read with
+  // locals only: every write into the raw text could otherwise change the
+  // reader's own fields as far as the compiler knows. Stops where the form
+  // isn't met, in the name state with no name begun, as the full machine
+  // would be there.
+  std::uint32_t ReadQuotedPairs(std::uint32_t at) {
+    char* const raw = raw_;
+    const std::uint32_t size = size_;
+    Attribute* out = found_ + count_;
+    while (true) {
+      std::uint32_t equals = at;
+      while (equals < size && !kSpecialInName[raw[equals]]) ++equals;
+      if (equals == at || equals + 1 >= size || raw[equals] != '=' || !IsQuote(raw[equals + 1])) break;
+      const std::uint32_t valueBegin = equals + 2;
+      const void* hit = std::memchr(raw + valueBegin, raw[equals + 1], size - valueBegin);
+      if (hit == nullptr) break;
+      const auto close = static_cast<std::uint32_t>(static_cast<const char*>(hit) - raw);
+      raw[equals] = '\0';
+      raw[close] = '\0';
+      const NodeString value = close > valueBegin ? NodeString(raw + valueBegin, close - valueBegin) : NodeString();
+      *out++ = Attribute(NodeString(raw + at, equals - at), value);
+      at = close + 1;
+      if (at < size && raw[at] == ' ') ++at;
+    }
+    count_ = static_cast<std::uint32_t>(out - found_);
+    return at;
+  }
 
   // Reads a run of plain name bytes, then acts on the byte that ends it.
   std::uint32_t ReadName(std::uint32_t at) {
