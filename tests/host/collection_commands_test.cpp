@@ -158,13 +158,5 @@ TEST_F(ModuleTest, LoadsAndClearsStartTheHandlesAgain) {
   EXPECT_EQ(NextHandle(), 1);
 }
 
-TEST_F(ModuleTest, LoadingTextWithoutTagsGivesAnEmptyRoot) {
-  for (const char* markup : {"", "just text", "<!-- note -->"}) {
-    Load(markup);
-    EXPECT_EQ(Call("wvgetouterhtml", {0}), Value::Text("")) << markup;
-    EXPECT_EQ(Call("wvgetelementsbytagname", {0, S("")}), EmptyArray()) << markup;
-  }
-}
-
 }  // namespace
 }  // namespace qrl::testing
