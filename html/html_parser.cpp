@@ -26,6 +26,7 @@
 
 #include "html/arena.h"
 #include "html/byte_classes.h"
+#include "html/text_scan.h"
 #include "html/warnings.h"
 
 namespace qrl {
@@ -38,21 +39,6 @@ constexpr std::string_view kTextNodeName = "plain";
 constexpr std::size_t kAncestorScanLimit = 64;
 
 constexpr ByteTable kEndsTagName = MakeByteTable(" \r\n\t/>");
-
-// The index of the first CR, LF or TAB, or `size`. Eight bytes at a time are
-// first tested for any byte below 14, which text rarely has.
-std::uint32_t FindLineBreakOrTab(const char* text, std::uint32_t size) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101u;
-  constexpr std::uint64_t kHighBits = 0x8080808080808080u;
-  std::uint32_t at = 0;
-  for (; at + 8 <= size; at += 8) {
-    std::uint64_t word;
-    std::memcpy(&word, text + at, sizeof word);
-    if (((word - kOnes * 14) & ~word & kHighBits) != 0) break;
-  }
-  while (at < size && !IsLineBreakOrTab(text[at])) ++at;
-  return at;
-}
 
 bool StartsWith(const char* bytes, std::string_view prefix) {
   for (std::size_t i = 0; i < prefix.size(); ++i) {
@@ -231,10 +217,10 @@ void HtmlParser::EnterContent(OpenElement& element) {
 std::uint32_t HtmlParser::ReadContent(std::uint32_t position) {
   OpenElement& element = open_.back();
   if (element.rawText) return ReadRawText(position);
-  const void* hit = std::memchr(input_ + position, '<', length_ - position);
-  if (hit == nullptr) return length_;
-  const std::uint32_t tag = OffsetOf(hit, input_);
-  if (tag > position) AddTextNode(position, tag);
+  const TextRunEnd run = FindTextRunEnd(input_, position, length_);
+  if (run.end == length_) return length_;
+  const std::uint32_t tag = run.end;
+  if (tag > position) AddTextNode(position, tag, run.hasLineBreakOrTab);
   if (input_[tag + 1] == '/') {
     element.state = ElementState::ElementCloseState;
     return tag;
@@ -290,14 +276,19 @@ std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
   return next;
 }
 
-// A text run keeps its bytes in place in the copy; CR, LF and TAB are
-// squeezed out, which the first scan tells are usually absent.
-void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
+// A text run keeps its bytes in place in the copy, with its CR, LF and TAB
+// squeezed out when it has any.
+void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end, bool hasLineBreakOrTab) {
   char* const text = bytes_ + begin;
   const std::uint32_t size = end - begin;
-  std::uint32_t kept = FindLineBreakOrTab(text, size);
-  for (std::uint32_t at = kept; at < size; ++at) {
-    if (!IsLineBreakOrTab(text[at])) text[kept++] = text[at];
+  std::uint32_t kept = hasLineBreakOrTab ? FindLineBreakOrTab(text, size) : size;
+  // Each stretch between two dropped bytes moves down as a whole.
+  for (std::uint32_t at = kept; at < size;) {
+    const std::uint32_t stretch = at + 1;
+    const std::uint32_t next = stretch + FindLineBreakOrTab(text + stretch, size - stretch);
+    std::memmove(text + kept, text + stretch, next - stretch);
+    kept += next - stretch;
+    at = next;
   }
   if (kept == 0) return;
   ElementRef node = NewNode(open_.back().node);
