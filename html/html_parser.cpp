@@ -217,10 +217,10 @@ void HtmlParser::EnterContent(OpenElement& element) {
 std::uint32_t HtmlParser::ReadContent(std::uint32_t position) {
   OpenElement& element = open_.back();
   if (element.rawText) return ReadRawText(position);
-  const TextRunEnd run = FindTextRunEnd(input_, position, length_);
+  const TextRun run = ScanTextRun(input_, bytes_, position, length_);
   if (run.end == length_) return length_;
   const std::uint32_t tag = run.end;
-  if (tag > position) AddTextNode(position, tag, run.hasLineBreakOrTab);
+  if (run.keptEnd > position) AddTextNode(position, run.keptEnd);
   if (input_[tag + 1] == '/') {
     element.state = ElementState::ElementCloseState;
     return tag;
@@ -276,24 +276,11 @@ std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
   return next;
 }
 
-// A text run keeps its bytes in place in the copy, with its CR, LF and TAB
-// squeezed out when it has any.
-void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end, bool hasLineBreakOrTab) {
-  char* const text = bytes_ + begin;
-  const std::uint32_t size = end - begin;
-  std::uint32_t kept = hasLineBreakOrTab ? FindLineBreakOrTab(text, size) : size;
-  // Each stretch between two dropped bytes moves down as a whole.
-  for (std::uint32_t at = kept; at < size;) {
-    const std::uint32_t stretch = at + 1;
-    const std::uint32_t next = stretch + FindLineBreakOrTab(text + stretch, size - stretch);
-    std::memmove(text + kept, text + stretch, next - stretch);
-    kept += next - stretch;
-    at = next;
-  }
-  if (kept == 0) return;
+// The run's kept bytes already stand in the copy, from `begin` to `end`.
+void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
   ElementRef node = NewNode(open_.back().node);
   node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
-  node->text = TerminatedString(begin, begin + kept);
+  node->text = TerminatedString(begin, end);
   AddFinished(std::move(node));
 }
 

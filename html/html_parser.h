@@ -65,7 +65,7 @@ class HtmlParser {
   std::uint32_t ReadClosingTag(std::uint32_t position);
 
   void EnterContent(OpenElement& element);
-  void AddTextNode(std::uint32_t begin, std::uint32_t end, bool hasLineBreakOrTab);
+  void AddTextNode(std::uint32_t begin, std::uint32_t end);
   void Attach(NodeString text = NodeString());
   ElementRef NewNode(const ElementRef& parentNode);
   void AddFinished(ElementRef node);

@@ -1,7 +1,5 @@
 #include "html/text_scan.h"
 
-#include <cstring>
-
 #include "html/byte_classes.h"
 
 #if defined(__SSE2__)
@@ -12,50 +10,55 @@ namespace qrl {
 
 namespace {
 
-#if defined(__SSE2__)
-constexpr std::uint32_t kChunk = 16;
-
-int LineBreakOrTabMask(__m128i bytes) {
-  const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')),
-                                                  _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n'))),
-                                     _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')));
-  return _mm_movemask_epi8(found);
+// Bytewise, for the few bytes around a dropped one and for short runs.
+// Nothing is written until a byte has been dropped.
+void ScanBytes(const char* input, char* copy, std::uint32_t& position, std::uint32_t stop, std::uint32_t& kept) {
+  for (; position < stop; ++position) {
+    const char byte = input[position];
+    if (IsLineBreakOrTab(byte)) continue;
+    if (kept != position) copy[kept] = byte;
+    ++kept;
+  }
 }
-
-__m128i LoadChunk(const char* at) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at)); }
-#endif
 
 }  // namespace
 
-TextRunEnd FindTextRunEnd(const char* input, std::uint32_t position, std::uint32_t length) {
-  bool breaks = false;
+TextRun ScanTextRun(const char* input, char* copy, std::uint32_t position, std::uint32_t length) {
+  std::uint32_t kept = position;
 #if defined(__SSE2__)
+  // Whole chunks without a "<" or a dropped byte move as they are (and only
+  // once a byte has been dropped, since before that they are in place).
+  constexpr std::uint32_t kChunk = 16;
   for (; position + kChunk <= length; position += kChunk) {
-    const __m128i bytes = LoadChunk(input + position);
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(input + position));
     const int tags = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')));
-    const int lineBreaks = LineBreakOrTabMask(bytes);
-    if (tags != 0) {
-      const int first = __builtin_ctz(static_cast<unsigned>(tags));
-      return {position + static_cast<std::uint32_t>(first),
-              breaks || (lineBreaks & ((1 << first) - 1)) != 0};
+    const __m128i dropped = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')),
+                                                      _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n'))),
+                                         _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')));
+    if ((tags | _mm_movemask_epi8(dropped)) == 0) {
+      if (kept != position) _mm_storeu_si128(reinterpret_cast<__m128i*>(copy + kept), bytes);
+      kept += kChunk;
+      continue;
     }
-    breaks = breaks || lineBreaks != 0;
+    if (tags == 0) {
+      // All sixteen bytes belong to the run, so each may be written at once
+      // and kept or not by the next one.
+      for (std::uint32_t i = 0; i < kChunk; ++i) {
+        const char byte = input[position + i];
+        copy[kept] = byte;
+        kept += IsLineBreakOrTab(byte) ? 0 : 1;
+      }
+      continue;
+    }
+    const std::uint32_t stop = position + static_cast<std::uint32_t>(__builtin_ctz(static_cast<unsigned>(tags)));
+    ScanBytes(input, copy, position, stop, kept);
+    return {position, kept};
   }
 #endif
-  for (; position < length && input[position] != '<'; ++position) breaks = breaks || IsLineBreakOrTab(input[position]);
-  return {position, breaks};
-}
-
-std::uint32_t FindLineBreakOrTab(const char* text, std::uint32_t size) {
-  std::uint32_t at = 0;
-#if defined(__SSE2__)
-  for (; at + kChunk <= size; at += kChunk) {
-    const int lineBreaks = LineBreakOrTabMask(LoadChunk(text + at));
-    if (lineBreaks != 0) return at + static_cast<std::uint32_t>(__builtin_ctz(static_cast<unsigned>(lineBreaks)));
-  }
-#endif
-  while (at < size && !IsLineBreakOrTab(text[at])) ++at;
-  return at;
+  std::uint32_t stop = position;
+  while (stop < length && input[stop] != '<') ++stop;
+  ScanBytes(input, copy, position, stop, kept);
+  return {position, kept};
 }
 
 }  // namespace qrl

@@ -1,21 +1,20 @@
-// Scans over runs of text, sixteen bytes at a time where the processor
-// allows it: the search for the end of a text run, and for the line breaks
-// and tabs that a text run drops.
+// The scan of a run of text between tags, sixteen bytes at a time where the
+// processor allows it: it finds the run's end and drops its CR, LF and TAB
+// bytes in the same pass.
 #pragma once
 
 #include <cstdint>
 
 namespace qrl {
 
-struct TextRunEnd {
-  std::uint32_t end;    // position of the next "<", or the end of the input
-  bool hasLineBreakOrTab;  // whether a CR, LF or TAB stands before it
+struct TextRun {
+  std::uint32_t end;      // position of the "<" behind the run, or the end of the input
+  std::uint32_t keptEnd;  // the kept bytes stand in `copy` from the run's start up to here
 };
 
-// `input[length]` must be readable; nothing beyond it is read.
-TextRunEnd FindTextRunEnd(const char* input, std::uint32_t position, std::uint32_t length);
-
-// The index of the first CR, LF or TAB in `text`, or `size`.
-std::uint32_t FindLineBreakOrTab(const char* text, std::uint32_t size);
+// Reads `input` from `position` up to the next "<" and writes the run without
+// its CR, LF and TAB bytes to `copy` at the same position, where it can only
+// shrink. `input[length]` must be readable; nothing beyond it is read.
+TextRun ScanTextRun(const char* input, char* copy, std::uint32_t position, std::uint32_t length);
 
 }  // namespace qrl

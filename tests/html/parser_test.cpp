@@ -110,6 +110,25 @@ TEST(ParserTest, NulInsideInputIsAnOrdinaryByte) {
   EXPECT_EQ(p.children[0]->text.c_str()[3], '\0');
 }
 
+// Runs of every length up to a few chunks of the scan, with line breaks and
+// tabs at every phase, must lose exactly those bytes.
+TEST(ParserTest, TextRunsDropLineBreaksAndTabsAtAnyOffset) {
+  for (std::size_t size = 1; size <= 70; ++size) {
+    for (std::size_t every = 2; every <= 18; every += 4) {
+      std::string run;
+      std::string kept;
+      for (std::size_t i = 0; i < size; ++i) {
+        const char byte = i % every == every - 1 ? "\r\n\t"[i % 3] : static_cast<char>('a' + i % 26);
+        run.push_back(byte);
+        if (byte >= 'a') kept.push_back(byte);
+      }
+      const DocumentRef document = ParseQuietly("<p>" + run + "<b>" + run + "</b>" + run + "</p>");
+      const std::string expected = "root[p['" + kept + "', b['" + kept + "'], '" + kept + "']]";
+      ASSERT_EQ(TreeNotation(*document->root), expected) << "size " << size << " every " << every;
+    }
+  }
+}
+
 TEST(ParserTest, LinksEveryNodeToItsParentAndKeepsStringsTerminated) {
   const DocumentRef document = ParseQuietly("<div id=a><p class='x'>t<br></p>u</div>");
   const ElementRef& div = document->root->children[0];
