@@ -66,10 +66,15 @@ double Milliseconds(Clock::duration span) {
   return std::chrono::duration<double, std::milli>(span).count();
 }
 
+gboolean Wake(gpointer) { return G_SOURCE_CONTINUE; }
+
 bool RunUntil(TimingPlatform& platform, int completions) {
   const Clock::time_point limit = Clock::now() + std::chrono::seconds(120);
+  const guint wake = g_timeout_add(100, Wake, nullptr);
   while (platform.completions < completions && Clock::now() < limit)
     g_main_context_iteration(nullptr, TRUE);
+  g_source_remove(wake);
+  if (platform.completions < completions) std::fputs("no NavComplete within 120 s\n", stderr);
   return platform.completions >= completions;
 }
 
@@ -96,16 +101,20 @@ int Run(int rounds) {
   gtk_widget_show_all(window);
   const auto id = static_cast<std::int32_t>(gdk_x11_window_get_xid(gtk_widget_get_window(window)));
 
-  ModuleHost host(ModuleExports{&QORExtenderQuery, &QORExtender2});
-  host.call("wvcreate", {id, std::u16string(u"about:blank"), id});
-  if (!RunUntil(platform, 1)) return 1;
-  Clock::time_point navigationEnd;
-  BrowserView->AddNavigationCompleted([&](WebView&) { navigationEnd = Clock::now(); });
-
   std::vector<std::filesystem::path> pages;
   for (const auto& entry : std::filesystem::directory_iterator(CorpusFolder()))
     if (entry.path().extension() == ".html") pages.push_back(entry.path());
   std::sort(pages.begin(), pages.end());
+  if (pages.empty()) {
+    std::fputs("no corpus pages: set QRL_CORPUS\n", stderr);
+    return 1;
+  }
+
+  ModuleHost host(ModuleExports{&QORExtenderQuery, &QORExtender2});
+  host.call("wvcreate", {id, FromUtf8("file://" + pages.front().string()), id});
+  if (!RunUntil(platform, 1)) return 1;
+  Clock::time_point navigationEnd;
+  BrowserView->AddNavigationCompleted([&](WebView&) { navigationEnd = Clock::now(); });
 
   std::printf("%-10s %12s %16s %20s\n", "page", "bytes", "end->complete", "request->complete");
   for (const auto& page : pages) {

@@ -43,7 +43,9 @@ GtkWindow* FindWindow(lua_Integer id) {
   GtkWindow* found = nullptr;
   for (GList* item = toplevels; item && !found; item = item->next) {
     GdkWindow* gdkWindow = gtk_widget_get_window(GTK_WIDGET(item->data));
+    // Offscreen windows (a browser placed nowhere) have no X11 id.
     if (gdkWindow && GDK_IS_X11_WINDOW(gdkWindow) &&
+        gdk_window_get_window_type(gdkWindow) != GDK_WINDOW_OFFSCREEN &&
         static_cast<lua_Integer>(gdk_x11_window_get_xid(gdkWindow)) == id)
       found = GTK_WINDOW(item->data);
   }

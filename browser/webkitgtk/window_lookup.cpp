@@ -25,6 +25,12 @@ class TrappedXErrors {
   TrappedXErrors& operator=(const TrappedXErrors&) = delete;
 };
 
+// Offscreen windows (a browser placed nowhere) have no X11 id.
+bool IsX11Native(GdkWindow* window) {
+  return window && GDK_IS_X11_WINDOW(window) &&
+         gdk_window_get_window_type(window) != GDK_WINDOW_OFFSCREEN;
+}
+
 }  // namespace
 
 GtkWindow* FindOwnWindow(WindowHandle window) {
@@ -34,8 +40,7 @@ GtkWindow* FindOwnWindow(WindowHandle window) {
   for (GList* item = toplevels; item && !found; item = item->next) {
     GtkWidget* widget = GTK_WIDGET(item->data);
     GdkWindow* gdkWindow = gtk_widget_get_window(widget);
-    if (gdkWindow && GDK_IS_X11_WINDOW(gdkWindow) &&
-        gdk_x11_window_get_xid(gdkWindow) == window)
+    if (IsX11Native(gdkWindow) && gdk_x11_window_get_xid(gdkWindow) == window)
       found = GTK_WINDOW(widget);
   }
   g_list_free(toplevels);
