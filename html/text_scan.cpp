@@ -21,6 +21,26 @@ void ScanBytes(const char* input, char* copy, std::uint32_t& position, std::uint
   }
 }
 
+#if defined(__SSE2__)
+// Closes each gap in `bytes` that a dropped byte leaves by moving the bytes
+// above it down by one, then stores all sixteen bytes at `out` and returns how
+// many of them count. The whole chunk belongs to the run and `out` never
+// stands above it, so the bytes past the count may be written too.
+std::uint32_t StoreWithoutDropped(__m128i bytes, int dropped, char* out) {
+  const __m128i indexes = _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+  std::uint32_t count = 16;
+  while (dropped != 0) {
+    const int gap = __builtin_ctz(static_cast<unsigned>(dropped));
+    const __m128i below = _mm_cmplt_epi8(indexes, _mm_set1_epi8(static_cast<char>(gap)));
+    bytes = _mm_or_si128(_mm_and_si128(below, bytes), _mm_andnot_si128(below, _mm_srli_si128(bytes, 1)));
+    dropped = (dropped >> (gap + 1)) << gap;
+    --count;
+  }
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+  return count;
+}
+#endif
+
 }  // namespace
 
 TextRun ScanTextRun(const char* input, char* copy, std::uint32_t position, std::uint32_t length) {
@@ -41,13 +61,7 @@ TextRun ScanTextRun(const char* input, char* copy, std::uint32_t position, std::
       continue;
     }
     if (tags == 0) {
-      // All sixteen bytes belong to the run, so each may be written at once
-      // and kept or not by the next one.
-      for (std::uint32_t i = 0; i < kChunk; ++i) {
-        const char byte = input[position + i];
-        copy[kept] = byte;
-        kept += IsLineBreakOrTab(byte) ? 0 : 1;
-      }
+      kept += StoreWithoutDropped(bytes, _mm_movemask_epi8(dropped), copy + kept);
       continue;
     }
     const std::uint32_t stop = position + static_cast<std::uint32_t>(__builtin_ctz(static_cast<unsigned>(tags)));
