@@ -106,6 +106,7 @@ WebKitView::WebKitView(WebKitWebContext* context) {
   g_signal_connect(view_, "notify::is-loading", G_CALLBACK(OnLoadingChanged), this);
   g_signal_connect(view_, "context-menu", G_CALLBACK(OnContextMenu), this);
   g_signal_connect(view_, "script-dialog", G_CALLBACK(OnScriptDialog), this);
+  g_signal_connect(view_, "print", G_CALLBACK(OnPrint), this);
   g_signal_connect(webkit_web_view_get_back_forward_list(view_), "changed",
                    G_CALLBACK(OnHistoryListChanged), this);
   const std::string messageSignal = std::string("script-message-received::") + BridgeHandlerName;
@@ -305,5 +306,10 @@ gboolean WebKitView::OnContextMenu(WebKitWebView*, WebKitContextMenu*, GdkEvent*
 gboolean WebKitView::OnScriptDialog(WebKitWebView*, WebKitScriptDialog*, gpointer data) {
   return !static_cast<WebKitView*>(data)->switches_->scriptDialogs;
 }
+
+// A page that asks to be printed (some print on load) would get a modal
+// print dialog that stops the host's loop until someone answers it; a
+// scripted browser refuses the request instead.
+gboolean WebKitView::OnPrint(WebKitWebView*, WebKitPrintOperation*, gpointer) { return TRUE; }
 
 }  // namespace qrl

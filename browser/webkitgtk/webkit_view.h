@@ -67,6 +67,7 @@ class WebKitView final : public WebView {
   static gboolean OnContextMenu(WebKitWebView* view, WebKitContextMenu* menu, GdkEvent* event,
                                 WebKitHitTestResult* hit, gpointer self);
   static gboolean OnScriptDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer self);
+  static gboolean OnPrint(WebKitWebView* view, WebKitPrintOperation* operation, gpointer self);
   static gboolean SettleDroppedRequests(gpointer self);
 
   void RequestIssued();

@@ -64,6 +64,11 @@ check.eq(wvnavigatestr("<p id='name'>from a string</p>"), 0, "wvnavigatestr")
 live.page_done("string")
 check.eq(live.text("name"), "from a string", "after wvnavigatestr")
 
+-- A page that asks to be printed does not stop the loop with a dialog.
+wvnavigatestr("<p id='name'>printed</p><script>window.print()</script>")
+live.page_done("a page that prints")
+check.eq(live.text("name"), "printed", "after a print request")
+
 -- A load that fails still ends in NavComplete, over what is on show.
 wvnavigate(live.url("missing.html"))
 live.page_done("a missing file")
