@@ -22,9 +22,4 @@ void SetNotifyText(std::string_view text) {
   if (NotifyWindow != 0) ActivePlatform().SetWindowText(NotifyWindow, text);
 }
 
-void ReleaseBrowser() {
-  BrowserView.reset();
-  BrowserController.reset();
-}
-
 }  // namespace qrl

@@ -29,7 +29,4 @@ inline constexpr std::string_view ProgressComplete = "NavComplete";
 // Sets the text of NotifyWindow, when there is one, and returns once it is set.
 void SetNotifyText(std::string_view text);
 
-// Forgets the browser: both references go, the view first.
-void ReleaseBrowser();
-
 }  // namespace qrl

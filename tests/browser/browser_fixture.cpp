@@ -25,7 +25,8 @@ BrowserTest::BrowserTest() : host(ModuleExports{&QORExtenderQuery, &QORExtender2
 }
 
 BrowserTest::~BrowserTest() {
-  ReleaseBrowser();
+  BrowserView.reset();
+  BrowserController.reset();
   ScriptEventName.clear();
   UseBrowserComponent(nullptr);
   UsePlatform(nullptr);
