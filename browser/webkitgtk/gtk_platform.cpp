@@ -43,9 +43,9 @@ class GtkPlatform : public BrowserPlatform {
   ClientRect GetClientRect(WindowHandle window) override {
     if (!EnsureGtk()) return {};
     if (GtkWindow* own = FindOwnWindow(window)) {
-      const GtkWidget* widget = GTK_WIDGET(own);
+      // A window that has not been laid out yet knows only the size it asked for.
       GtkAllocation area;
-      gtk_widget_get_allocation(const_cast<GtkWidget*>(widget), &area);
+      gtk_widget_get_allocation(GTK_WIDGET(own), &area);
       if (area.width > 1 && area.height > 1) return {0, 0, area.width, area.height};
       int width = 0;
       int height = 0;
