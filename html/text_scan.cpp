@@ -64,7 +64,10 @@ TextRun ScanTextRun(const char* input, char* copy, std::uint32_t position, std::
       kept += StoreWithoutDropped(bytes, _mm_movemask_epi8(dropped), copy + kept);
       continue;
     }
-    const std::uint32_t stop = position + static_cast<std::uint32_t>(__builtin_ctz(static_cast<unsigned>(tags)));
+    const int tagAt = __builtin_ctz(static_cast<unsigned>(tags));
+    const std::uint32_t stop = position + static_cast<std::uint32_t>(tagAt);
+    // The usual end of a run: nothing dropped so far, so it already stands in place.
+    if (kept == position && (_mm_movemask_epi8(dropped) & ((1 << tagAt) - 1)) == 0) return {stop, stop};
     ScanBytes(input, copy, position, stop, kept);
     return {position, kept};
   }
