@@ -19,16 +19,7 @@
 #include "browser/browser_platform.h"
 #include "browser/browser_state.h"
 #include "browser/wide_text.h"
-#include "lantern/module_host.h"
-
-extern "C" {
-qrl::HostWord QORExtenderQuery(qrl::HostWord code, void* buffer, qrl::HostWord size);
-qrl::HostWord QORExtender2(qrl::HostWord passOn1, qrl::HostWord passOn2,
-                           qrl::HostWord hostContext, qrl::HostWord code,
-                           qrl::ResultCallbackFn resultCallback, qrl::HostServices* services,
-                           qrl::HostWord passOn3, void* args, qrl::HostWord argCount,
-                           qrl::HostValue* result);
-}
+#include "tests/browser/linked_exports.h"
 
 namespace qrl::bench {
 namespace {
@@ -110,7 +101,7 @@ int Run(int rounds) {
     return 1;
   }
 
-  ModuleHost host(ModuleExports{&QORExtenderQuery, &QORExtender2});
+  ModuleHost host(LinkedExports());
   host.call("wvcreate", {id, FromUtf8("file://" + pages.front().string()), id});
   if (!RunUntil(platform, 1)) return 1;
   Clock::time_point navigationEnd;

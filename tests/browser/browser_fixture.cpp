@@ -3,19 +3,11 @@
 #include <algorithm>
 
 #include "browser/browser_state.h"
-
-extern "C" {
-qrl::HostWord QORExtenderQuery(qrl::HostWord code, void* buffer, qrl::HostWord size);
-qrl::HostWord QORExtender2(qrl::HostWord passOn1, qrl::HostWord passOn2,
-                           qrl::HostWord hostContext, qrl::HostWord code,
-                           qrl::ResultCallbackFn resultCallback, qrl::HostServices* services,
-                           qrl::HostWord passOn3, void* args, qrl::HostWord argCount,
-                           qrl::HostValue* result);
-}
+#include "tests/browser/linked_exports.h"
 
 namespace qrl::testing {
 
-BrowserTest::BrowserTest() : host(ModuleExports{&QORExtenderQuery, &QORExtender2}) {
+BrowserTest::BrowserTest() : host(LinkedExports()) {
   UseBrowserComponent(&browser);
   UsePlatform(&platform);
   platform.clientRects[BrowserWindow] = {0, 0, 640, 480};
