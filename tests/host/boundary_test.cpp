@@ -121,20 +121,6 @@ TEST_F(ModuleTest, ResultsWriteOnlyTheirOwnField) {
   EXPECT_EQ(result.type, ValueText);
 }
 
-TEST_F(ModuleTest, BrowserCommandsWithoutABrowserGiveTheirUsualResults) {
-  EXPECT_EQ(Call("wvstop", {}), Value::Integer(1));
-  EXPECT_EQ(Call("wvback", {}), Value::Integer(-1));
-  EXPECT_EQ(Call("wvforward", {}), Value::Integer(-1));
-  EXPECT_EQ(Call("wvreload", {}), Value::Integer(1));
-  EXPECT_EQ(Call("wvurl", {}), Value::WideText(u""));
-  EXPECT_EQ(Call("wvopendev", {}), Value::Integer(1));
-  EXPECT_EQ(Call("wvstatusbar", {1}), Value::Integer(1));
-  EXPECT_EQ(Call("wvcontextmenu", {0}), Value::Integer(1));
-  EXPECT_EQ(Call("wvnavigatestr", {std::u16string()}), Value::Integer(-1));
-  EXPECT_EQ(Call("wvexecutescript", {std::u16string(u"1")}), Value::Integer(1));
-  EXPECT_EQ(Call("wvrefreshdom", {}), Value::Integer(0));
-}
-
 TEST(Query, VersionAndDescriptionFollowTheBufferRules) {
   ModuleHost& host = SharedHost();
   char buffer[300];

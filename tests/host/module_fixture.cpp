@@ -48,22 +48,34 @@ Value TextArray(std::initializer_list<std::string> items) {
   return value;
 }
 
+Value TextMap(std::initializer_list<std::pair<const char*, const char*>> pairs) {
+  Value map = EmptyMap();
+  for (const auto& [key, value] : pairs) map.pairs.push_back({Value::Text(key), Value::Text(value)});
+  return map;
+}
+
+CallOutcome CallOnHandle(ModuleHost& host, std::string_view command, std::int32_t handle,
+                         const std::vector<Argument>& extra) {
+  std::vector<Argument> args{handle};
+  args.insert(args.end(), extra.begin(), extra.end());
+  host.clearContractFaults();
+  CallOutcome outcome = host.call(command, std::span<const Argument>(args));
+  EXPECT_EQ(outcome.deliveries, 1) << command << " " << handle;
+  EXPECT_EQ(host.contractFaults(), std::vector<std::string>{}) << command << " " << handle;
+  return outcome;
+}
+
 ModuleTest::~ModuleTest() {
   host.clearFaults();
   host.setHostVersion(FirstHostVersionWithMaps);
   host.setCallbackReturn(0);
 }
 
-CallOutcome ModuleTest::CallRaw(std::string_view name, std::initializer_list<Argument> args) {
+Value ModuleTest::Call(std::string_view name, std::initializer_list<Argument> args) {
   host.clearContractFaults();
-  CallOutcome outcome = host.call(name, args);
+  const CallOutcome outcome = host.call(name, args);
   EXPECT_EQ(outcome.deliveries, 1) << name;
   EXPECT_EQ(host.contractFaults(), std::vector<std::string>{}) << name;
-  return outcome;
-}
-
-Value ModuleTest::Call(std::string_view name, std::initializer_list<Argument> args) {
-  CallOutcome outcome = CallRaw(name, args);
   EXPECT_EQ(outcome.errors, std::vector<std::string>{}) << name;
   return outcome.result;
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "lantern/module_host.h"
@@ -26,16 +27,24 @@ Value EmptyArray();
 Value EmptyMap();
 Value IntArray(std::initializer_list<std::int32_t> items);
 Value TextArray(std::initializer_list<std::string> items);
+Value TextMap(std::initializer_list<std::pair<const char*, const char*>> pairs);
+
+// A narrow text argument; a bare literal would not pick the text alternative.
+inline std::string S(const char* text) { return text; }
+
+// Calls `command` with `handle` and then `extra`, and checks that the call kept
+// to the contract (one delivery, no fault); its reports are the caller's.
+CallOutcome CallOnHandle(ModuleHost& host, std::string_view command, std::int32_t handle,
+                         const std::vector<Argument>& extra);
 
 class ModuleTest : public ::testing::Test {
  protected:
   ModuleTest() : host(SharedHost()) {}
   ~ModuleTest() override;
 
-  // Calls a row and checks that the call kept to the contract: one delivery,
-  // no report, Dispatch returning what the callback returned.
+  // Calls a row and checks that the call kept to the contract and made no
+  // report.
   Value Call(std::string_view name, std::initializer_list<Argument> args);
-  CallOutcome CallRaw(std::string_view name, std::initializer_list<Argument> args);
 
   void Load(std::string_view markup);
   std::int32_t FirstByTag(std::string_view tag);

@@ -16,8 +16,6 @@ struct HandleCase {
   Value forRoot;                // the result for 0 once a document is loaded
 };
 
-std::string S(const char* text) { return text; }
-
 const std::vector<HandleCase>& Cases() {
   static const std::vector<HandleCase> cases = {
       {"wvgetinnertext", {}, Value::Integer(-1), Value::Text("x")},
@@ -46,13 +44,8 @@ const std::vector<HandleCase>& Cases() {
 }
 
 Value CallWith(ModuleHost& host, const HandleCase& c, std::int32_t handle) {
-  std::vector<Argument> args{handle};
-  args.insert(args.end(), c.extra.begin(), c.extra.end());
-  host.clearContractFaults();
-  const CallOutcome outcome = host.call(c.command, std::span<const Argument>(args));
-  EXPECT_EQ(outcome.deliveries, 1) << c.command << " " << handle;
+  const CallOutcome outcome = CallOnHandle(host, c.command, handle, c.extra);
   EXPECT_TRUE(outcome.errors.empty()) << c.command << " " << handle;
-  EXPECT_TRUE(host.contractFaults().empty()) << c.command << " " << handle;
   return outcome.result;
 }
 
