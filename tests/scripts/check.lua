@@ -15,7 +15,6 @@ local function show(value, seen)
   table.sort(parts)
   return "{" .. table.concat(parts, ", ") .. "}"
 end
-check.show = show
 
 local function same(a, b)
   if type(a) ~= "table" or type(b) ~= "table" then
@@ -29,7 +28,6 @@ local function same(a, b)
   end
   return true
 end
-check.same = same
 
 -- Deep equality; integers and floats are told apart.
 function check.eq(actual, expected, what)

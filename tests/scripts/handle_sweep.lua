@@ -1,6 +1,7 @@
--- Every document command with every kind of handle, before any document was
--- loaded and after: nothing may crash, and a handle that names no entry acts
--- as -1 does for that command.
+-- Every document command with every handle a script can hold: nothing may
+-- crash (this runs under the sanitizers too), and a handle that names no
+-- entry acts as -1 does for that command. The exact results, and those
+-- before any load, are the handler tests' business.
 package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
@@ -35,44 +36,26 @@ local function run(command, handle)
   return command[1](handle, table.unpack(command, 3))
 end
 
--- Before any load there is no element at all: every handle, 0 included,
--- acts as -1 does.
-for _, command in ipairs(commands) do
-  local none = run(command, -1)
-  for _, handle in ipairs({INT_MIN, -2, 0, 1, 2, INT_MAX}) do
-    check.eq(run(command, handle), none, command[2] .. "(" .. handle .. ") before a load")
-  end
-end
-check.eq(wvclear(), 0, "wvclear before a load")
-check.eq(wvgetinnertext(0), -1, "still no document after wvclear")
-
 wvparse('<div id="d" class="x"><p id="q" class="x">a<a href="/l">l</a></p>' ..
         '<img src="i.png"> tail</div>')
 
--- After a load: each call starts from a table of known size, so that
--- last + 1 names no entry when the command runs.
+-- Each call starts from a table of known size, so that last + 1 names no
+-- entry when the command runs.
 local function fresh_table()
   wvclear()
   return #wvgetelementsbyclass(0, "")
 end
 for _, command in ipairs(commands) do
-  fresh_table()
+  local last = fresh_table()
   local none = run(command, -1)
-  for _, handle in ipairs({INT_MIN, -2}) do
+  for _, handle in ipairs({INT_MIN, -2, last + 1, INT_MAX}) do
     fresh_table()
     check.eq(run(command, handle), none, command[2] .. "(" .. handle .. ")")
   end
-  for _, beyond in ipairs({1, INT_MAX}) do
-    local last = fresh_table()
-    local handle = beyond == 1 and last + 1 or beyond
-    check.eq(run(command, handle), none, command[2] .. "(" .. handle .. ")")
-  end
-  for _, pick in ipairs({"root", "first", "last"}) do
-    local last = fresh_table()
-    local handle = ({root = 0, first = 1, last = last})[pick]
-    local result = run(command, handle)
-    check.truthy(({number = true, string = true, table = true})[type(result)],
-                 command[2] .. "(" .. pick .. ") gives a result")
+  for handle = 0, last do
+    fresh_table()
+    check.truthy(({number = true, string = true, table = true})[type(run(command, handle))],
+                 command[2] .. "(" .. handle .. ") gives a result")
   end
 end
 
