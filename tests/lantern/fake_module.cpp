@@ -12,8 +12,9 @@
 //                                 value must leave the array alone
 //   silent()                      returns without a result
 //   twice()                       delivers its result twice
-//   @Answer                       the constant 42
+//   @answer                       the constant 42
 // Query(1) gives 7 and "fake module"; Query(9) the number of row calls.
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -34,14 +35,14 @@ struct Row {
 };
 
 constexpr Row Rows[] = {
-    {"Echo", qrl::KindFunction, 0x0201, 0x510},
-    {"MakeList", qrl::KindFunction, 0x0101, 0x10},
-    {"MakeMap", qrl::KindFunction, 0x0001, 0x1},
-    {"Report", qrl::KindFunction, 0x0001, 0x1},
-    {"SetName", qrl::KindFunction, 0x0102, 0x11},
-    {"Silent", qrl::KindFunction, 0x0000, 0},
-    {"Twice", qrl::KindFunction, 0x0000, 0},
-    {"@Answer", qrl::KindConstant, 42, 0},
+    {"echo", qrl::KindFunction, 0x0201, 0x510},
+    {"makelist", qrl::KindFunction, 0x0101, 0x10},
+    {"makemap", qrl::KindFunction, 0x0001, 0x1},
+    {"report", qrl::KindFunction, 0x0001, 0x1},
+    {"setname", qrl::KindFunction, 0x0102, 0x11},
+    {"silent", qrl::KindFunction, 0x0000, 0},
+    {"twice", qrl::KindFunction, 0x0000, 0},
+    {"@answer", qrl::KindConstant, 42, 0},
 };
 constexpr HostWord RowCount = sizeof Rows / sizeof Rows[0];
 
@@ -108,13 +109,12 @@ HostWord Echo(const Frame& frame, const HostValue* args, HostWord count) {
 }
 
 HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
-  std::vector<std::string> texts;
+  const auto size = static_cast<std::size_t>(std::max(args[0].intValue, 0));
+  std::vector<std::string> texts(size);  // sized up front: the records point into it
   std::vector<HostValue> items;
-  for (std::int32_t i = 0; i < args[0].intValue; ++i) {
-    if (count == 2) texts.push_back(static_cast<const char*>(args[1].text) + std::to_string(i));
-  }
-  for (std::int32_t i = 0; i < args[0].intValue; ++i) {
-    items.push_back(count == 2 ? TextRecord(texts[static_cast<std::size_t>(i)]) : IntegerRecord(i));
+  for (std::size_t i = 0; i < size; ++i) {
+    if (count == 2) texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
+    items.push_back(count == 2 ? TextRecord(texts[i]) : IntegerRecord(static_cast<std::int32_t>(i)));
   }
   HostValue array{};
   FillArray(frame, array, items);
@@ -201,10 +201,7 @@ HostWord Describe(HostWord index, void* record) {
   info.argTypes = row.argTypes;
   info.spec = row.spec;
   info.nameLength = static_cast<std::uint16_t>(std::strlen(row.name));
-  for (std::size_t i = 0; i <= info.nameLength; ++i) {
-    const char c = row.name[i];
-    info.name[i] = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-  }
+  std::memcpy(info.name, row.name, info.nameLength + 1u);
   return 1;
 }
 

@@ -8,7 +8,6 @@
 #include <fstream>
 
 #include "lantern/module_host.h"
-#include "lantern/vocabulary_listing.h"
 
 namespace qrl {
 namespace {
@@ -48,23 +47,13 @@ class FakeModuleTest : public ::testing::Test {
   ModuleHost& host;
 };
 
+// Counts, types and constants of the rows show in the refusals below and in
+// the listing that lantern prints.
 TEST_F(FakeModuleTest, LearnsTheVocabularyAsAnnounced) {
   ASSERT_EQ(host.vocabulary().size(), 8u);
-  const VocabularyRow* echo = host.findRow("echo");
-  ASSERT_NE(echo, nullptr);
-  EXPECT_TRUE(echo->isFunction());
-  EXPECT_EQ(echo->requiredArgs(), 1u);
-  EXPECT_EQ(echo->optionalArgs(), 2u);
-  EXPECT_EQ(echo->allowedCounts(), "1 to 3 arguments");
-  EXPECT_EQ(DescribeArguments(*echo), "int [text] [wide]");
-  EXPECT_EQ(host.findRow("silent")->allowedCounts(), "0 arguments");
-  EXPECT_EQ(host.findRow("report")->allowedCounts(), "1 argument");
   EXPECT_EQ(host.findRow("Echo"), nullptr) << "names are looked up as announced";
-  const VocabularyRow* answer = host.findRow("@answer");
-  ASSERT_NE(answer, nullptr);
-  EXPECT_TRUE(answer->isConstant());
-  EXPECT_EQ(answer->constantValue(), 42);
-  EXPECT_EQ(answer->index, 7);
+  EXPECT_EQ(host.findRow("report")->allowedCounts(), "1 argument");
+  EXPECT_EQ(host.findRow("@answer")->index, 7);
   EXPECT_TRUE(host.contractFaults().empty());
 }
 
@@ -140,23 +129,28 @@ TEST_F(FakeModuleTest, ArraysHoldWhatWasStoredWithOneServiceCallPerElement) {
   EXPECT_TRUE(host.contractFaults().empty());
 }
 
-TEST_F(FakeModuleTest, FailingArrayServicesLeaveWhatWasMadeAndTheModulesReport) {
+TEST_F(FakeModuleTest, FailingServicesLeaveWhatWasMadeAndTheModulesReport) {
   struct Case {
     ServiceFaults faults;
+    const char* name;
+    Argument arg;
     Value expected;
     const char* report;
   };
   const Value zeroed;
   const Case cases[] = {
-      {{.arrayServices = 7}, zeroed, "DllArrayServices 7"},
-      {{.arrHandler = ServiceFaults::AtIndex{2, -2}},
+      {{.arrayServices = 7}, "makelist", 4, zeroed, "DllArrayServices 7"},
+      {{.arrHandler = ServiceFaults::AtIndex{2, -2}}, "makelist", 4,
        Array({Value::Integer(0), Value::Integer(1), zeroed, zeroed}), "DllArrHandler -2"},
-      {{.arrHandler = ServiceFaults::AtIndex{0, 3}}, Array({zeroed, zeroed, zeroed, zeroed}),
-       "DllArrHandler 3"},
+      {{.arrHandler = ServiceFaults::AtIndex{0, 3}}, "makelist", 4,
+       Array({zeroed, zeroed, zeroed, zeroed}), "DllArrHandler 3"},
+      {{.mapCreate = 5}, "makemap", std::string("a=1"), zeroed, "DllMapServices 5"},
+      {{.mapStore = ServiceFaults::AtIndex{1, 9}}, "makemap", std::string("a=1;b=2;c=3"),
+       Map({{Value::Text("a"), Value::Text("1")}}), "DllMapServices 9"},
   };
   for (const Case& c : cases) {
     host.setFaults(c.faults);
-    const CallOutcome outcome = host.call("makelist", {4});
+    const CallOutcome outcome = host.call(c.name, {c.arg});
     EXPECT_EQ(outcome.result, c.expected) << c.report;
     EXPECT_EQ(outcome.errors, std::vector<std::string>{c.report});
   }
@@ -173,18 +167,6 @@ TEST_F(FakeModuleTest, MapsKeepTheStoredOrderAndReplaceARepeatedKeyInPlace) {
   EXPECT_EQ(host.serviceLog().front().words,
             (std::vector<HostWord>{HostValueSize, 0, 0, 0, 0, MapCreate}));
   EXPECT_TRUE(host.contractFaults().empty());
-}
-
-TEST_F(FakeModuleTest, FailingMapServicesLeaveWhatWasMade) {
-  host.setFaults({.mapCreate = 5});
-  CallOutcome outcome = host.call("makemap", {std::string("a=1")});
-  EXPECT_EQ(outcome.result, Value());
-  EXPECT_EQ(outcome.errors, std::vector<std::string>{"DllMapServices 5"});
-
-  host.setFaults({.mapStore = ServiceFaults::AtIndex{1, 9}});
-  outcome = host.call("makemap", {std::string("a=1;b=2;c=3")});
-  EXPECT_EQ(outcome.result, Map({{Value::Text("a"), Value::Text("1")}}));
-  EXPECT_EQ(outcome.errors, std::vector<std::string>{"DllMapServices 9"});
 }
 
 TEST_F(FakeModuleTest, MapServiceForAHostBelow1011IsAContractFault) {
@@ -245,12 +227,6 @@ TEST_F(FakeModuleTest, RawDispatchKeepsItsContainersUntilReleased) {
   EXPECT_EQ(host.liveContainers(), 1u);
   host.releaseContainers();
   EXPECT_EQ(host.decode(result).kind, Value::Kind::Other) << "a released array is gone";
-}
-
-TEST_F(FakeModuleTest, VersionComesFromQuery) {
-  const ModuleHost::VersionInfo version = host.versionInfo();
-  EXPECT_EQ(version.number, 7);
-  EXPECT_EQ(version.description, "fake module");
 }
 
 TEST(ModuleLoading, NamesThePathAndTheReasonWhenAFileIsNoModule) {
