@@ -67,12 +67,6 @@ TEST_F(CreationTest, EveryCreateStartsFromTheDefaults) {
   EXPECT_EQ(HostWindow, 8u);
 }
 
-TEST_F(CreationTest, EmptyStartUrlGoesThroughTheUrlRule) {
-  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string()});
-  browser.CompleteChain();
-  EXPECT_EQ(StartUrl, u"https://");
-}
-
 TEST_F(CreationTest, BoundsComeFromTheWindowOnceOnly) {
   platform.clientRects[BrowserWindow] = {0, 0, 300, 200};
   MakeLiveBrowser();

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <string>
 #include <vector>
 
@@ -77,47 +76,21 @@ TEST_F(NavigationTest, WebMessagesGoStraightBack) {
   EXPECT_EQ(Progress(), "") << "a message is no progress";
 }
 
-struct CaptureCase {
-  const char* what;
-  std::u16string json;
-  std::string parsed;  // the bytes that the parser must have been given
-};
+using CaptureFlowTest = BrowserTest;
 
-class CaptureTest : public BrowserTest, public ::testing::WithParamInterface<CaptureCase> {};
-
-TEST_P(CaptureTest, PageScriptAnswerBecomesTheDocument) {
-  Call("wvparse", {GetParam().parsed});
+// The conversion's rules have their own tests; here the answer must reach the
+// parser through it, whatever the document held before.
+TEST_F(CaptureFlowTest, PageScriptAnswerBecomesTheDocument) {
+  Call("wvparse",
+       {std::string("<p a=\"q\">x\\y\nz\t\xC3\xA9/<b>\xED\xA0\xBD\xED\xB8\x80</b></p>")});
   const std::string expected = DocumentMarkup();
   Call("wvparse", {std::string("<p>something else</p>")});
-
   MakeLiveBrowser();
   Call("wvrefreshdom", {});
-  AnswerScript(GetParam().json);
+  AnswerScript(u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\u00e9\\/<b>\\ud83d\\ude00</b></p>\"");
   EXPECT_EQ(Progress(), "NavComplete");
   EXPECT_EQ(DocumentMarkup(), expected);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Steps, CaptureTest,
-    ::testing::Values(
-        CaptureCase{"escapes", u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\u00e9\\/</p>\"",
-                    "<p a=\"q\">x\\y\nz\t\xC3\xA9/</p>"},
-        CaptureCase{"empty string value", u"\"\"", ""},
-        CaptureCase{"lone quote", u"\"", ""},
-        CaptureCase{"escaped pair", u"\"<b>\\ud83d\\ude00</b>\"",
-                    "<b>\xED\xA0\xBD\xED\xB8\x80</b>"},
-        CaptureCase{"raw pair", u"\"<b>\xD83D\xDE00</b>\"", "<b>\xED\xA0\xBD\xED\xB8\x80</b>"},
-        CaptureCase{"last character dropped whatever it is", u"\"<i>a</i>x", "<i>a</i>"},
-        CaptureCase{"not a string", u"null", "null"},
-        CaptureCase{"number", u"42", "42"}),
-    [](const ::testing::TestParamInfo<CaptureCase>& info) {
-      std::string name = info.param.what;
-      for (char& c : name)
-        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-      return name;
-    });
-
-using CaptureFlowTest = BrowserTest;
 
 TEST_F(CaptureFlowTest, CaptureEmptiesTheHandleTable) {
   MakeLiveBrowser();

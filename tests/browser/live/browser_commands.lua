@@ -3,12 +3,6 @@ package.path = arg[0]:match("^(.*)/[^/]*$") .. "/?.lua;" .. package.path
 local live = require("live_support")
 local check = live.check
 
--- Before any browser: the usual results and nothing else.
-check.eq(wvurl(), "", "wvurl before a browser")
-check.eq(wvback(), -1, "wvback before a browser")
-check.eq(wvforward(), -1, "wvforward before a browser")
-check.eq(wvreload(), 1, "wvreload before a browser")
-
 local window = live.open("one.html")
 check.eq(wvurl(), live.url("one.html"), "wvurl")
 check.eq(live.text("name"), "one", "first page")
