@@ -9,7 +9,9 @@ namespace qrl::testing {
 namespace {
 
 // The row number is the code a host calls by, so a row out of place breaks
-// every host; these rows pin the table's ends and its irregular entries.
+// every host. The irregular counts and argument types are pinned by the tests
+// that pass them, since a call that does not fit its row is refused; no test
+// passes wvcreate all six.
 TEST(Vocabulary, RowsAreAnnouncedInOrderInLowerCase) {
   const auto& vocabulary = SharedHost().vocabulary();
   ASSERT_EQ(vocabulary.size(), 41u);
@@ -18,23 +20,14 @@ TEST(Vocabulary, RowsAreAnnouncedInOrderInLowerCase) {
     EXPECT_EQ(row.name.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ"), std::string::npos);
     EXPECT_EQ(row.isFunction(), row.index < 35) << row.name;
   }
-  EXPECT_EQ(vocabulary[0].name, "wvsetinnertext");
+  const std::pair<std::size_t, const char*> pinned[] = {
+      {0, "wvsetinnertext"}, {9, "wvgetelementsbytagname"}, {31, "wvgettagname"},
+      {34, "wvexecutescript"}, {35, "@wv2version"}, {40, "@colnamerowname"}};
+  for (const auto& [index, name] : pinned) EXPECT_EQ(vocabulary[index].name, name);
   EXPECT_EQ(vocabulary[1].spec, 0x0501u);
   EXPECT_EQ(vocabulary[1].argTypes, 0x15050u);
-  EXPECT_EQ(vocabulary[5].argTypes, 0x110u);
-  EXPECT_EQ(vocabulary[9].name, "wvgetelementsbytagname");
-  EXPECT_EQ(vocabulary[10].spec, 0x0203u);
-  EXPECT_EQ(vocabulary[10].argTypes, 0x1110u);
-  EXPECT_EQ(vocabulary[17].argTypes, 0x5u);
-  EXPECT_EQ(vocabulary[18].argTypes, 0x1u);
-  EXPECT_EQ(vocabulary[31].name, "wvgettagname");
-  EXPECT_EQ(vocabulary[34].name, "wvexecutescript");
-  EXPECT_EQ(vocabulary[35].name, "@wv2version");
-  EXPECT_EQ(vocabulary[35].nameLength, 11);
   EXPECT_EQ(vocabulary[35].constantValue(), 1001);
   EXPECT_EQ(vocabulary[36].constantValue(), 42);
-  EXPECT_EQ(vocabulary[36].argTypes, 0u);
-  EXPECT_EQ(vocabulary[40].name, "@colnamerowname");
   EXPECT_EQ(vocabulary[40].constantValue(), 3);
 }
 

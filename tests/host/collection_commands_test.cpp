@@ -108,7 +108,7 @@ TEST_F(ModuleTest, HandlesAreIssuedInOrderAndNeverReused) {
   EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(2));
   EXPECT_EQ(Call("wvgetelementbyid", {0, S("missing")}), Value::Integer(-1));
   EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(3));
-  EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S("i")}), EmptyArray());
+  EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S("i")}), Array());
   EXPECT_EQ(NextHandle(), 7);
   EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S(""), 1, 3}), Value::Integer(10));
   EXPECT_EQ(Call("wvgetchildren", {1, S("b")}), IntArray({13}));

@@ -24,36 +24,6 @@ std::unique_ptr<ModuleHost> FreshHost() {
   return host;
 }
 
-Value EmptyArray() {
-  Value value;
-  value.kind = Value::Kind::Array;
-  return value;
-}
-
-Value EmptyMap() {
-  Value value;
-  value.kind = Value::Kind::Map;
-  return value;
-}
-
-Value IntArray(std::initializer_list<std::int32_t> items) {
-  Value value = EmptyArray();
-  for (auto item : items) value.elements.push_back(Value::Integer(item));
-  return value;
-}
-
-Value TextArray(std::initializer_list<std::string> items) {
-  Value value = EmptyArray();
-  for (const auto& item : items) value.elements.push_back(Value::Text(item));
-  return value;
-}
-
-Value TextMap(std::initializer_list<std::pair<const char*, const char*>> pairs) {
-  Value map = EmptyMap();
-  for (const auto& [key, value] : pairs) map.pairs.push_back({Value::Text(key), Value::Text(value)});
-  return map;
-}
-
 CallOutcome CallOnHandle(ModuleHost& host, std::string_view command, std::int32_t handle,
                          const std::vector<Argument>& extra) {
   std::vector<Argument> args{handle};

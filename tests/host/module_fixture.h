@@ -10,10 +10,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "lantern/module_host.h"
+#include "tests/lantern/expected_values.h"
 
 namespace qrl::testing {
 
@@ -22,12 +22,6 @@ ModuleHost& SharedHost();
 
 // A separate instance of the module, loaded from a copy of its file.
 std::unique_ptr<ModuleHost> FreshHost();
-
-Value EmptyArray();
-Value EmptyMap();
-Value IntArray(std::initializer_list<std::int32_t> items);
-Value TextArray(std::initializer_list<std::string> items);
-Value TextMap(std::initializer_list<std::pair<const char*, const char*>> pairs);
 
 // A narrow text argument; a bare literal would not pick the text alternative.
 inline std::string S(const char* text) { return text; }

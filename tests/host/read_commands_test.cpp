@@ -46,10 +46,10 @@ INSTANTIATE_TEST_SUITE_P(
                  Value::Text("")},
         ReadCase{"<a z=1 B=2 c>t</a>", "a", "wvgetattributes", {},
                  TextMap({{"B", "2"}, {"c", ""}, {"z", "1"}})},
-        ReadCase{"<a>t</a>", "a", "wvgetattributes", {}, EmptyMap()},
+        ReadCase{"<a>t</a>", "a", "wvgetattributes", {}, Map()},
         ReadCase{"<b class=\"x  y x\">t</b>", "b", "wvgetclasses", {},
                  TextArray({"x", "y", "x"})},
-        ReadCase{"<b class=\"\">t</b>", "b", "wvgetclasses", {}, EmptyArray()}));
+        ReadCase{"<b class=\"\">t</b>", "b", "wvgetclasses", {}, Array()}));
 
 TEST_F(ModuleTest, SetInnerTextConfirmsTheHandleAndChangesNothing) {
   Load("<p>before</p>");

@@ -14,7 +14,7 @@ constexpr const char* Items =
 Value Zeroed() { return Value{}; }
 
 Value PartlyFilled(std::vector<Value> filled, std::size_t length) {
-  Value array = EmptyArray();
+  Value array = Array();
   array.elements = std::move(filled);
   array.elements.resize(length);
   return array;
@@ -128,7 +128,7 @@ TEST_F(ModuleTest, ArraysCostOneServiceCallPerElement) {
   EXPECT_EQ(host.countServiceCalls("DllMapServices"), 4u);
 
   host.clearServiceLog();
-  EXPECT_EQ(Call("wvgetelementsbytagname", {0, S("none")}), EmptyArray());
+  EXPECT_EQ(Call("wvgetelementsbytagname", {0, S("none")}), Array());
   EXPECT_EQ(host.countServiceCalls("DllArrayServices"), 1u);
   EXPECT_EQ(host.countServiceCalls("DllArrHandler"), 0u);
 }

@@ -3,28 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include "lantern/module_host.h"
+#include "tests/lantern/expected_values.h"
 
 namespace qrl {
 namespace {
 
-Value Array(std::vector<Value> elements) {
-  Value value;
-  value.kind = Value::Kind::Array;
-  value.elements = std::move(elements);
-  return value;
-}
-
-Value Map(std::vector<MapPair> pairs) {
-  Value value;
-  value.kind = Value::Kind::Map;
-  value.pairs = std::move(pairs);
-  return value;
-}
+using testing::Array;
+using testing::Map;
 
 class FakeModuleTest : public ::testing::Test {
  protected:
