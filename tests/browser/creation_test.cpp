@@ -47,24 +47,20 @@ TEST_F(CreationTest, ChainRunsStepByStepAsCompletionsArrive) {
   EXPECT_NE(BrowserView, nullptr);
 }
 
+// A window alone gives the defaults, also after a create that named them all.
 TEST_F(CreationTest, WindowAloneGivesTheDefaults) {
-  platform.windowTexts[ProgressWindow] = "untouched";
-  Call("wvcreate", {std::int32_t{BrowserWindow}});
-  EXPECT_EQ(log.at(2), "loader.CreateEnvironment(.\\edge, /home/user/.local/share/wvWebView2)");
-  browser.CompleteChain();
-  EXPECT_EQ(log.at(12), "view1.Navigate(https://https::edge://version/)");
-  browser.view()->RaiseNavigationStarting();
-  EXPECT_EQ(Progress(), "untouched") << "no notify window was named";
-}
-
-TEST_F(CreationTest, EveryCreateStartsFromTheDefaults) {
   Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///one.html"),
                     std::int32_t{ProgressWindow}, std::u16string(u"/opt/one")});
+  browser.CompleteChain();
+  platform.windowTexts[ProgressWindow] = "untouched";
   log.clear();
-  Call("wvcreate", {std::int32_t{8}, std::u16string(u"file:///two.html")});
+  Call("wvcreate", {std::int32_t{8}});
   EXPECT_EQ(log.at(2), "loader.CreateEnvironment(.\\edge, /home/user/.local/share/wvWebView2)");
-  EXPECT_EQ(NotifyWindow, 0u);
+  browser.CompleteChain();
+  EXPECT_EQ(log.at(12), "view2.Navigate(https://https::edge://version/)");
   EXPECT_EQ(HostWindow, 8u);
+  browser.view()->RaiseNavigationStarting();
+  EXPECT_EQ(Progress(), "untouched") << "no notify window was named";
 }
 
 TEST_F(CreationTest, BoundsComeFromTheWindowOnceOnly) {
