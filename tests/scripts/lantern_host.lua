@@ -40,6 +40,7 @@ check.eq(echo(1, ""), "", "empty text")
 check.eq(echo(1, "bytes \xff\xfe as they are"), "bytes \xff\xfe as they are", "narrow bytes")
 check.eq(echo(1, "a\0b"), "a", "a text ends at its first zero byte")
 check.eq(echo(1, "", "caf\u{e9} \u{1F600}"), "caf\u{e9} \u{1F600}", "wide round trip")
+check.eq(echo(1, "", ""), "", "empty wide text")
 check.eq(echo(1, "", "bad \xff"), "bad \u{FFFD}", "malformed UTF-8 becomes U+FFFD")
 
 -- Arrays are sequences; maps are tables whose pairs() follow the stored order.
