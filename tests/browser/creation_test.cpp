@@ -63,6 +63,13 @@ TEST_F(CreationTest, WindowAloneGivesTheDefaults) {
   EXPECT_EQ(Progress(), "untouched") << "no notify window was named";
 }
 
+// An empty start URL is given, not missing: the URL rule makes it "https://".
+TEST_F(CreationTest, EmptyStartUrlGoesThroughTheUrlRule) {
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string()});
+  browser.CompleteChain();
+  EXPECT_EQ(StartUrl, u"https://");
+}
+
 TEST_F(CreationTest, BoundsComeFromTheWindowOnceOnly) {
   platform.clientRects[BrowserWindow] = {0, 0, 300, 200};
   MakeLiveBrowser();

@@ -86,7 +86,8 @@ TEST_F(CaptureFlowTest, PageScriptAnswerBecomesTheDocument) {
   const std::string expected = DocumentMarkup();
   Call("wvparse", {std::string("<p>something else</p>")});
   MakeLiveBrowser();
-  for (int i = 0; i < 1000; ++i) Call("wvgetelementsbytagname", {std::int32_t{0}, std::string("p")});
+  for (int i = 0; i < 1000; ++i)
+    Call("wvgetelementsbytagname", {std::int32_t{0}, std::string("p")});
   Call("wvrefreshdom", {});
   AnswerScript(u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\u00e9\\/<b>\\ud83d\\ude00</b></p>\"");
   EXPECT_EQ(Progress(), "NavComplete");

@@ -22,7 +22,8 @@ TEST_P(Searches, NameTheExpectedElements) {
   Load(Classes);
   const std::string_view start = c.start;
   std::int32_t handle = start == "root" ? 0 : -1;
-  if (start != "root" && start != "none") handle = Call("wvgetelementbyid", {0, S(c.start)}).integer;
+  if (start != "root" && start != "none")
+    handle = Call("wvgetelementbyid", {0, S(c.start)}).integer;
   const CallOutcome outcome = CallOnHandle(host, c.command, handle, c.args);
   EXPECT_TRUE(outcome.errors.empty());
   EXPECT_EQ(Names(outcome.result), c.expected);

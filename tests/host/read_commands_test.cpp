@@ -18,7 +18,8 @@ class ReadCommands : public ModuleTest, public ::testing::WithParamInterface<Rea
 TEST_P(ReadCommands, GiveTheElementsContent) {
   const ReadCase& c = GetParam();
   Load(c.markup);
-  const CallOutcome outcome = CallOnHandle(host, c.command, *c.tag ? FirstByTag(c.tag) : 0, c.extra);
+  const std::int32_t handle = *c.tag ? FirstByTag(c.tag) : 0;
+  const CallOutcome outcome = CallOnHandle(host, c.command, handle, c.extra);
   EXPECT_EQ(outcome.result, c.expected) << c.command << " on " << c.markup;
   EXPECT_TRUE(outcome.errors.empty());
 }

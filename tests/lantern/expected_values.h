@@ -40,7 +40,8 @@ inline Value TextArray(std::initializer_list<std::string> items) {
 
 inline Value TextMap(std::initializer_list<std::pair<const char*, const char*>> pairs) {
   Value value = Map();
-  for (const auto& [key, text] : pairs) value.pairs.push_back({Value::Text(key), Value::Text(text)});
+  for (const auto& [key, text] : pairs)
+    value.pairs.push_back({Value::Text(key), Value::Text(text)});
   return value;
 }
 

@@ -114,7 +114,8 @@ HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
   std::vector<HostValue> items;
   for (std::size_t i = 0; i < size; ++i) {
     if (count == 2) texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
-    items.push_back(count == 2 ? TextRecord(texts[i]) : IntegerRecord(static_cast<std::int32_t>(i)));
+    const auto index = static_cast<std::int32_t>(i);
+    items.push_back(count == 2 ? TextRecord(texts[i]) : IntegerRecord(index));
   }
   HostValue array{};
   FillArray(frame, array, items);
