@@ -95,11 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Table, TreeWalk,
                                            WalkCase{"i", "pp", "#b:x"},
                                            WalkCase{"b", "u", "#div:x y"},
                                            WalkCase{"b", "uu", "#:x y"},
-                                           WalkCase{"b", "uuu", "-1"},
-                                           WalkCase{"b", "uun", "-1"},
-                                           WalkCase{"b", "uup", "-1"},
-                                           WalkCase{"b", "npnpu", "#div:x y"},
-                                           WalkCase{"b", "nnnu", "-1"}));
+                                           WalkCase{"b", "uuu", "-1"}));
 
 // Handles are issued by appending, never looked up, and every element found
 // is registered before a filter or a pattern drops it.
