@@ -44,6 +44,9 @@ class ChildList {
     size_ = size;
   }
   ElementRef* MutableItems() noexcept { return items_; }
+  // Hands the references over to whoever took MutableItems(), who then ends
+  // their lifetimes; the array itself stays in the arena.
+  void ForgetTaken() noexcept { size_ = 0; }
 
   ElementRef* items_ = nullptr;
   std::uint32_t size_ = 0;

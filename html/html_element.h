@@ -76,6 +76,7 @@ class HtmlElement {
   // The parser trims raw text itself when it takes it.
   void ParseAttributes(char* raw, std::uint32_t size, Arena& arena, std::vector<Attribute>& scratch);
   std::uint32_t IndexAmongSiblings(const HtmlElement& parentNode) const noexcept;
+  void ReleaseDescendants() noexcept;
 
   // Where this node stands in its parent's children; a hint that saves the
   // sibling operations a scan of the parent's children.

@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "tests/html/parse_helpers.h"
+#include "html/tree_walk.h"
 #include "tests/html/tree_notation.h"
 
 namespace qrl::testing {
@@ -116,6 +121,43 @@ TEST(QueriesLifetimeTest, SiblingsOfWideListsAndRepeatedNames) {
   for (std::size_t i = 0; i + 1 < items.size(); ++i) {
     ASSERT_EQ(items[i]->GetNextSibling(), items[i + 1]);
     ASSERT_EQ(items[i + 1]->GetPreviousSibling(), items[i]);
+  }
+}
+
+// Releasing a tree while some of its nodes are held: exactly the held nodes
+// and their descendants stay alive (whole, with their text), everything else
+// dies, and a held node's parent link is empty unless its parent survives.
+TEST(QueriesLifetimeTest, ReleaseKeepsExactlyTheHeldSubtrees) {
+  const std::string source = "<a><b><c>1</c><d>2</d></b><e><f>3</f></e>4</a><g>5</g><h><i></i></h>";
+  const std::vector<std::vector<std::string>> heldSets = {
+      {}, {"a"}, {"b"}, {"c"}, {"e"}, {"f", "b"}, {"c", "d"}, {"g"}, {"a", "f"}, {"i"}, {"h", "i"}};
+  for (const std::vector<std::string>& heldNames : heldSets) {
+    SCOPED_TRACE(::testing::PrintToString(heldNames));
+    DocumentRef document = ParseQuietly(source);
+    std::map<const HtmlElement*, std::weak_ptr<HtmlElement>> watched;
+    std::map<const HtmlElement*, bool> survives;
+    std::map<const HtmlElement*, std::string> markupOf;
+    ElementList held;
+    WalkDescendants(*document->root, [&](const ElementRef& node) {
+      const ElementRef parentNode = node->parent.lock();
+      const bool isHeld = std::find(heldNames.begin(), heldNames.end(), std::string(node->name)) != heldNames.end();
+      if (isHeld) held.push_back(node);
+      survives[node.get()] = isHeld || (parentNode != document->root && survives.at(parentNode.get()));
+      watched[node.get()] = node;
+      node->AppendMarkup(markupOf[node.get()]);
+      return true;
+    });
+    ASSERT_EQ(held.size(), heldNames.size());
+    document.reset();
+    for (const auto& [node, watch] : watched) EXPECT_EQ(watch.expired(), !survives.at(node)) << markupOf.at(node);
+    for (const ElementRef& node : held) {
+      std::string markup;
+      node->AppendMarkup(markup);
+      EXPECT_EQ(markup, markupOf.at(node.get()));
+      const ElementRef parentNode = node->parent.lock();
+      EXPECT_EQ(parentNode != nullptr, watched.count(parentNode.get()) == 1 && survives.at(parentNode.get()))
+          << markup;
+    }
   }
 }
 
