@@ -15,8 +15,7 @@ namespace {
 
 std::string ReadCorpusPage(const std::string& name) {
   const char* folder = std::getenv("QRL_CORPUS");
-  const std::filesystem::path path = std::filesystem::path(folder ? folder : QRL_CORPUS_DIR) / (name + ".html");
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(std::filesystem::path(folder ? folder : QRL_CORPUS_DIR) / (name + ".html"), std::ios::binary);
   std::ostringstream bytes;
   bytes << file.rdbuf();
   return bytes.str();
@@ -37,22 +36,19 @@ TEST_P(CorpusTest, TreeHangsTogetherAndMarkupIsAFixedPoint) {
   std::size_t nodes = 0;
   WalkDescendants(*document->root, [&](const ElementRef& node) {
     ++nodes;
-    const ElementRef parentNode = node->parent.lock();
-    EXPECT_TRUE(parentNode);
+    EXPECT_TRUE(node->parent.lock());
     if (node->name == "plain") {
       EXPECT_TRUE(node->children.empty() && node->attributes.empty() && !node->text.empty());
       EXPECT_EQ(std::string_view(node->text).find_first_of("\r\n\t"), std::string_view::npos);
     }
     EXPECT_EQ(node->name.c_str()[node->name.size()], '\0');
     EXPECT_EQ(node->text.c_str()[node->text.size()], '\0');
-    const ElementRef next = node->GetNextSibling();
-    if (next) {
+    if (const ElementRef next = node->GetNextSibling()) {
       EXPECT_EQ(next->GetPreviousSibling(), node);
     }
     return !HasFailure();
   });
   EXPECT_GT(nodes, 1000u);
-
   const std::string markup = MarkupOf(document);
   EXPECT_EQ(MarkupOf(ParseQuietly(markup)), markup);
 }

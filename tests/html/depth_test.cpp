@@ -28,65 +28,55 @@ void RunOnSmallStack(const std::function<void()>& work) {
   pthread_attr_destroy(&attributes);
 }
 
-std::string Repeated(std::string_view piece, int times) {
+std::string Repeated(std::string_view piece, int times = kDepth) {
   std::string out;
   out.reserve(piece.size() * static_cast<std::size_t>(times));
   for (int i = 0; i < times; ++i) out.append(piece);
   return out;
 }
 
-const std::string kInnermost = "<b class=\"c\" id=\"z\">x</b><i></i>";
-
-struct DeepCase {
-  std::string name;
-  std::string source;
-  std::size_t warnings;  // lines
-  std::string markup;    // empty when nothing of the source may remain
-};
-
-class DepthTest : public ::testing::TestWithParam<DeepCase> {};
-
-TEST_P(DepthTest, ParsesWritesSearchesAndDestroysWithoutRecursion) {
-  const DeepCase& c = GetParam();
-  RunOnSmallStack([&c] {
-    ParseOutcome outcome = ParseCapturingWarnings(c.source);
-    EXPECT_EQ(static_cast<std::size_t>(std::count(outcome.warnings.begin(), outcome.warnings.end(), '\n')),
-              c.warnings);
-    const ElementRef root = outcome.document->root;
-    outcome.document.reset();
-    if (c.markup.empty()) {
-      EXPECT_TRUE(root->children.empty());
-      return;
-    }
-    EXPECT_EQ(root->GetText(), "x");
-    std::string markup;
-    root->AppendMarkup(markup);
-    EXPECT_TRUE(markup == c.markup);
-    const ElementRef b = root->GetElementById("z");
-    ASSERT_TRUE(b);
-    EXPECT_EQ(root->GetElementsByClassName("c"), ElementList{b});
-    EXPECT_EQ(root->GetElementsByTagName("d").size(), static_cast<std::size_t>(kDepth));
-    const ElementRef i = b->GetNextSibling();
-    ASSERT_TRUE(i);
-    EXPECT_EQ(i->name, "i");
-    EXPECT_EQ(i->GetPreviousSibling(), b);
-  });
+TEST(DepthTest, ParsesWritesSearchesAndDestroysWithoutRecursion) {
+  const std::string innermost = "<b class=\"c\" id=\"z\">x</b><i></i>";
+  const std::string closed = Repeated("<d>") + innermost + Repeated("</d>");
+  const struct {
+    std::string source;
+    std::size_t warningLines;
+    std::string markup;  // empty when nothing of the source may remain
+  } cases[] = {
+      {closed, 0, closed},
+      {Repeated("<d>") + innermost, 0, ""},
+      {"<a>" + Repeated("<d>") + innermost + "</a>", kDepth, "<a>" + closed + "</a>"},
+  };
+  for (const auto& c : cases) {
+    RunOnSmallStack([&c] {
+      ParseOutcome outcome = ParseCapturingWarnings(c.source);
+      EXPECT_EQ(static_cast<std::size_t>(std::count(outcome.warnings.begin(), outcome.warnings.end(), '\n')),
+                c.warningLines);
+      const ElementRef root = outcome.document->root;
+      outcome.document.reset();
+      if (c.markup.empty()) {
+        EXPECT_TRUE(root->children.empty());
+        return;
+      }
+      EXPECT_EQ(root->GetText(), "x");
+      std::string markup;
+      root->AppendMarkup(markup);
+      EXPECT_TRUE(markup == c.markup);
+      const ElementRef b = root->GetElementById("z");
+      ASSERT_TRUE(b);
+      EXPECT_EQ(root->GetElementsByClassName("c"), ElementList{b});
+      EXPECT_EQ(root->GetElementsByTagName("d").size(), static_cast<std::size_t>(kDepth));
+      const ElementRef i = b->GetNextSibling();
+      ASSERT_TRUE(i);
+      EXPECT_EQ(i->name, "i");
+      EXPECT_EQ(i->GetPreviousSibling(), b);
+    });
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Nesting, DepthTest,
-    ::testing::Values(
-        DeepCase{"Closed", Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth), 0,
-                 Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth)},
-        DeepCase{"LeftOpen", Repeated("<d>", kDepth) + kInnermost, 0, ""},
-        DeepCase{"ClosedByAncestor", "<a>" + Repeated("<d>", kDepth) + kInnermost + "</a>",
-                 static_cast<std::size_t>(kDepth),
-                 "<a>" + Repeated("<d>", kDepth) + kInnermost + Repeated("</d>", kDepth) + "</a>"}),
-    [](const ::testing::TestParamInfo<DeepCase>& info) { return info.param.name; });
 
 TEST(DepthTest, HeldSubtreeSurvivesTheRootAndDiesLater) {
   RunOnSmallStack([] {
-    DocumentRef document = ParseQuietly(Repeated("<d>", kDepth) + "<b>x</b>" + Repeated("</d>", kDepth));
+    DocumentRef document = ParseQuietly(Repeated("<d>") + "<b>x</b>" + Repeated("</d>"));
     ElementRef middle = document->root->GetElementsByTagName("d")[kDepth / 2];
     std::weak_ptr<HtmlElement> watch = middle;
     document.reset();

@@ -13,11 +13,13 @@ struct ParseOutcome {
   std::string warnings;  // what the parse wrote to the standard error stream
 };
 
-// Parses `source` with a fresh parser, capturing the warnings.
 ParseOutcome ParseCapturingWarnings(std::string_view source);
-
-// Parses `source` with a parser that lives as long as the program (the
-// document keeps the tree alive on its own).
 DocumentRef ParseQuietly(std::string_view source);
+
+// A compact written form of a tree: root[div{id="a"}['x', br]]. A text run is
+// 'text'; an element is its name ("" when it has none), then its attributes in
+// braces, its own text in parentheses and its children in brackets, each part
+// only when it isn't empty.
+std::string TreeNotation(const HtmlElement& root);
 
 }  // namespace qrl::testing
