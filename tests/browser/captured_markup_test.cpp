@@ -40,18 +40,14 @@ TEST(CapturedMarkup, GivesTheParserTheseBytes) {
   };
   const Case cases[] = {
       {u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\r\\/\\b</p>\"", "<p a=\"q\">x\\y\nz\t\r/b</p>"},
-      {u"\"\"", ""},
       {u"\"", ""},
-      {u"", ""},
       {u"\"\\u00e9\\u20ac\"", "\xC3\xA9\xE2\x82\xAC"},
       // A pair, escaped or not, becomes two three-byte sequences.
       {u"\"\\ud83d\\ude00\"", "\xED\xA0\xBD\xED\xB8\x80"},
       {u"\"\xD83D\xDE00\"", "\xED\xA0\xBD\xED\xB8\x80"},
       // The last unit goes whatever it is, also when an escape made it.
       {u"\"ab", "a"},
-      {u"\"ab\\n", "ab"},
       {u"\"ab\\u00e9", "ab"},
-      {u"\"ab\xD83D", "ab"},
       // A quote that an escape makes is a first quote too.
       {u"\\\"ab\"", "ab"},
       {u"\\u0022ab\"", "ab"},
@@ -60,7 +56,6 @@ TEST(CapturedMarkup, GivesTheParserTheseBytes) {
       {u"a\"", "a\""},
       // Escapes at the very end.
       {u"\"a\\", "a"},
-      {u"a\\", "a\\"},
       {u"a\\u12", "au12"},
       {u"a\\uZZZZb", std::string("a\0b", 3)},
   };
@@ -90,8 +85,7 @@ TEST(CapturedMarkup, AgreesWithTheStepsOnMixedTexts) {
 TEST(CapturedMarkup, LongTextsComeThroughWhole) {
   std::u16string json = u"\"";
   for (int i = 0; i < 5000; ++i) json += u"<b class=\\\"x\\\">\u00e9t\u00e9 \xD83D\xDE00</b>\\n";
-  json += u"\"";
-  EXPECT_EQ(CapturedMarkup(json), StepByStep(json));
+  EXPECT_EQ(CapturedMarkup(json + u"\""), StepByStep(json + u"\""));
 }
 
 }  // namespace

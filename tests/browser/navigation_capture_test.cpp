@@ -59,41 +59,32 @@ TEST_F(NavigationTest, FailedPageScriptLeavesEverythingAsItWas) {
   EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string("old")}), Value::Integer(2));
 }
 
-TEST_F(NavigationTest, HistoryChangeReadsBothFlagsAgain) {
+TEST_F(NavigationTest, HistoryChangeReadsBothFlagsAndWebMessagesGoStraightBack) {
   StandInView& view = MakeLiveBrowser();
   view.canGoBack = true;
   view.RaiseHistoryChanged();
   EXPECT_THAT(log, ElementsAre("view1.CanGoBack", "view1.CanGoForward"));
   EXPECT_EQ(CanGoBackFlag, 1);
   EXPECT_EQ(CanGoForwardFlag, 0);
-}
-
-TEST_F(NavigationTest, WebMessagesGoStraightBack) {
-  StandInView& view = MakeLiveBrowser();
   view.RaiseWebMessage(u"file:///start.html");
   view.RaiseWebMessage(std::nullopt);
   EXPECT_THAT(view.postedMessages, ElementsAre("file:///start.html", "(null)"));
-  EXPECT_EQ(Progress(), "") << "a message is no progress";
+  EXPECT_EQ(Progress(), "") << "neither is progress";
 }
 
 using CaptureFlowTest = BrowserTest;
 
-// The conversion's rules have their own tests; here the answer must reach the
-// parser through it and replace the document and its handles.
+// The conversion's rules have their own tests; here the answer must replace
+// the document and empty its handle table.
 TEST_F(CaptureFlowTest, PageScriptAnswerBecomesTheDocument) {
-  Call("wvparse",
-       {std::string("<p a=\"q\">x\\y\nz\t\xC3\xA9/<b>\xED\xA0\xBD\xED\xB8\x80</b></p>")});
-  const std::string expected = DocumentMarkup();
-  Call("wvparse", {std::string("<p>something else</p>")});
   MakeLiveBrowser();
-  for (int i = 0; i < 1000; ++i)
-    Call("wvgetelementsbytagname", {std::int32_t{0}, std::string("p")});
+  Call("wvparse", {std::string("<p>old</p><p>old</p>")});
+  Call("wvgetelementsbytagname", {std::int32_t{0}, std::string("p")});
   Call("wvrefreshdom", {});
-  AnswerScript(u"\"<p a=\\\"q\\\">x\\\\y\\nz\\t\\u00e9\\/<b>\\ud83d\\ude00</b></p>\"");
+  AnswerScript(u"\"<p a=\\\"q\\\">\\u00e9</p>\"");
   EXPECT_EQ(Progress(), "NavComplete");
-  EXPECT_EQ(DocumentMarkup(), expected);
-  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string()}), Value::Integer(1))
-      << "the capture empties the handle table";
+  EXPECT_EQ(DocumentMarkup(), "<p a=\"q\">\xC3\xA9</p>");
+  EXPECT_EQ(Call("wvgetelementbyid", {std::int32_t{0}, std::string()}), Value::Integer(1));
 }
 
 TEST_F(CaptureFlowTest, RefreshSetsNavAndKeepsTheOldDocumentUntilTheAnswer) {
@@ -156,7 +147,6 @@ TEST_F(CaptureFlowTest, ExecuteScriptPrintsTheAnswerAndLeavesTheDocument) {
   };
   const Case cases[] = {
       {u"1+1", ResultOk, u"2", "Script executed successfully, result: 2\n"},
-      {u"'a\"b'", ResultOk, u"\"a\\\"b\"", "Script executed successfully, result: \"a\\\"b\"\n"},
       {u"'\u00e9'", ResultOk, u"\"\u00e9\"", "Script executed successfully, result: \"\xC3\xA9\"\n"},
       {u"", ResultOk, u"null", "Script executed successfully, result: null\n"},
       {u"throw 1", ResultFailed, u"", "Error executing script: 0x80004005\n"},

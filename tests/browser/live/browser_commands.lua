@@ -3,34 +3,30 @@ package.path = arg[0]:match("^(.*)/[^/]*$") .. "/?.lua;" .. package.path
 local live = require("live_support")
 local check = live.check
 
+-- Calls `command`, checks its result and waits for the page it loads.
+local function load(what, result, command, ...)
+  check.eq(command(...), result, what)
+  live.page_done(what)
+end
+
 local window = live.open("one.html")
 check.eq(wvurl(), live.url("one.html"), "wvurl")
-check.eq(live.text("name"), "one", "first page")
 -- The page arrives as UTF-8; a character beyond the basic plane as its two
 -- halves, three bytes each.
 check.eq(live.text("chars"), "caf\xC3\xA9 \xED\xA0\xBD\xED\xB8\x80", "characters")
 
 check.eq(wvnavigate(live.url("two.html")), 0, "wvnavigate")
 check.eq(lantern.text(window), "Nav", "progress right after wvnavigate")
-live.page_done("two")
-check.eq(live.text("name"), "two", "after wvnavigate")
+live.page_done("wvnavigate")
 check.eq(wvurl(), live.url("two.html"), "wvurl follows the page")
-
-check.eq(wvback(), 1, "wvback")
-live.page_done("back")
+load("wvback", 1, wvback)
 check.eq(live.text("name"), "one", "after wvback")
-check.eq(wvforward(), 1, "wvforward")
-live.page_done("forward")
+load("wvforward", 1, wvforward)
 check.eq(live.text("name"), "two", "after wvforward")
 check.eq(wvforward(), -1, "wvforward at the end of the history")
-
-check.eq(wvhome(live.url("one.html")), 1, "wvhome")
-live.page_done("home")
-check.eq(live.text("name"), "one", "after wvhome")
-wvnavigate(live.url("two.html"))
-live.page_done("two again")
-check.eq(wvhome(), 1, "wvhome without its argument")
-live.page_done("home again")
+load("wvhome", 1, wvhome, live.url("one.html"))
+load("wvnavigate again", 0, wvnavigate, live.url("two.html"))
+load("wvhome without its argument", 1, wvhome)
 check.eq(live.text("name"), "one", "home is the last home")
 
 -- A script changes the live page, not the document, until a refresh.
@@ -40,37 +36,26 @@ lantern.pump(300)
 check.eq(live.text("note"), "before", "the document before wvrefreshdom")
 check.eq(wvrefreshdom(), 0, "wvrefreshdom")
 check.eq(lantern.text(window), "Nav", "progress right after wvrefreshdom")
-live.page_done("refresh")
+live.page_done("wvrefreshdom")
 check.eq(live.text("note"), "after", "the document after wvrefreshdom")
-
--- A reload brings back the page from its file.
-check.eq(wvreload(), 1, "wvreload")
-live.page_done("reload")
+load("wvreload", 1, wvreload)
 check.eq(live.text("note"), "before", "after wvreload")
 
 -- A click inside the page is a navigation like any other.
-wvexecutescript("setTimeout(function () { document.getElementById('next').click(); }, 0)")
-live.page_done("the link")
+load("the click", 1, wvexecutescript,
+     "setTimeout(function () { document.getElementById('next').click(); }, 0)")
 check.eq(live.text("name"), "two", "after the click")
 
 check.eq(wvnavigatestr(""), -1, "wvnavigatestr of nothing")
-check.eq(wvnavigatestr("<p id='name'>from a string</p>"), 0, "wvnavigatestr")
-live.page_done("string")
+load("wvnavigatestr", 0, wvnavigatestr, "<p id='name'>from a string</p>")
 check.eq(live.text("name"), "from a string", "after wvnavigatestr")
-
--- A page that asks to be printed does not stop the loop with a dialog.
-wvnavigatestr("<p id='name'>printed</p><script>window.print()</script>")
-live.page_done("a page that prints")
-check.eq(live.text("name"), "printed", "after a print request")
-
--- A load that fails still ends in NavComplete, over what is on show.
-wvnavigate(live.url("missing.html"))
-live.page_done("a missing file")
-
--- A load stopped before it begins still ends in NavComplete.
+-- Neither a print request, nor a missing file, nor a stopped load keeps
+-- the loop from its NavComplete.
+load("a page that prints", 0, wvnavigatestr,
+     "<p id='name'>printed</p><script>window.print()</script>")
+load("a missing file", 0, wvnavigate, live.url("missing.html"))
 wvnavigate(live.url("one.html"))
-check.eq(wvstop(), 1, "wvstop")
-live.page_done("the stopped load")
+load("wvstop", 1, wvstop)
 
 check.eq(wvopendev(), 1, "wvopendev")
 check.eq(wvstatusbar(1), 1, "wvstatusbar")
@@ -79,8 +64,6 @@ check.eq(wvcontextmenu(1), 1, "wvcontextmenu on")
 lantern.pump(200)
 
 -- A second browser in the same window takes over.
-check.eq(wvcreate(window, live.url("two.html"), window), 0, "second wvcreate")
-live.page_done("the second browser")
-check.eq(live.text("name"), "two", "the second browser's page")
+load("second wvcreate", 0, wvcreate, window, live.url("two.html"), window)
 check.eq(wvurl(), live.url("two.html"), "wvurl of the second browser")
 print("browser commands: all passed")
