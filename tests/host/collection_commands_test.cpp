@@ -10,7 +10,7 @@ constexpr const char* Classes =
 
 struct SearchCase {
   const char* command;
-  const char* start;  // "root" (handle 0), "none" (-1) or an id
+  const char* start;  // "root" (handle 0) or an id
   std::vector<Argument> args;
   const char* expected;  // see ModuleTest::Names
 };
@@ -20,10 +20,9 @@ class Searches : public ModuleTest, public ::testing::WithParamInterface<SearchC
 TEST_P(Searches, NameTheExpectedElements) {
   const SearchCase& c = GetParam();
   Load(Classes);
-  const std::string_view start = c.start;
-  std::int32_t handle = start == "root" ? 0 : -1;
-  if (start != "root" && start != "none")
-    handle = Call("wvgetelementbyid", {0, S(c.start)}).integer;
+  const std::int32_t handle = std::string_view(c.start) == "root"
+                                  ? 0
+                                  : Call("wvgetelementbyid", {0, S(c.start)}).integer;
   const CallOutcome outcome = CallOnHandle(host, c.command, handle, c.args);
   EXPECT_TRUE(outcome.errors.empty());
   EXPECT_EQ(Names(outcome.result), c.expected);
@@ -33,7 +32,6 @@ INSTANTIATE_TEST_SUITE_P(
     Table, Searches,
     ::testing::Values(
         SearchCase{"wvgetelementbyid", "root", {S("d")}, "#div:atbc"},
-        SearchCase{"wvgetelementbyid", "none", {S("d")}, "-1"},
         SearchCase{"wvgetelementbyid", "root", {S("D")}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x")}, "[p:a,b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("p")}, "[p:a]"},
@@ -44,75 +42,55 @@ INSTANTIATE_TEST_SUITE_P(
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 1, 4}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 1, -5}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("P"), 1, 1}, "#P:c"},
+        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("i"), 1}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2}, "[p:a,b:b]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2, 2}, "[b:b,P:c]"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 5, 3}, "[P:c]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2, 0}, "[]"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 0, 4}, "[]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), -1, 1}, "[]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 0, 2}, "[b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root",
                    {S("x"), S(""), 2147483647, -2147483647 - 1}, "[]"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2147483647, 3}, "[P:c]"},
-        SearchCase{"wvgetelementsbyclass", "none", {S("x"), S(""), 1}, "[]"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("z"), S(""), 1}, "-1"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("i"), 1}, "-1"},
-        SearchCase{"wvgetelementsbyclass", "d", {S("x")}, "[p:a,b:b,P:c]"},
         SearchCase{"wvgetelementsbytagname", "root", {S("P")}, "[P:c]"},
-        SearchCase{"wvgetelementsbytagname", "d", {S("plain"), 1, 2, 3}, "[plain:a,plain:t,plain:b,plain:c]"},
-        SearchCase{"wvgetelementsbytagname", "none", {S("p")}, "[]"},
+        SearchCase{"wvgetelementsbytagname", "d", {S("plain"), 1, 2, 3},
+                   "[plain:a,plain:t,plain:b,plain:c]"},
         SearchCase{"wvgetchildren", "d", {}, "[p:a,plain:t,b:b,P:c]"},
         SearchCase{"wvgetchildren", "d", {S("P")}, "[p:a,P:c]"},
-        SearchCase{"wvgetchildren", "d", {S("plain")}, "[plain:t]"},
-        SearchCase{"wvgetchildren", "d", {S("")}, "[p:a,plain:t,b:b,P:c]"},
-        SearchCase{"wvgetchildren", "root", {}, "-1"},
-        SearchCase{"wvgetchildren", "none", {}, "-1"}));
+        SearchCase{"wvgetchildren", "d", {S("")}, "[p:a,plain:t,b:b,P:c]"}));
 
-struct WalkCase {
-  const char* from;   // tag of the first element
-  const char* steps;  // n next, p previous, u up
-  const char* expected;
-};
-
-class TreeWalk : public ModuleTest, public ::testing::WithParamInterface<WalkCase> {};
-
-TEST_P(TreeWalk, EndsAtTheExpectedNode) {
+TEST_F(ModuleTest, TreeWalksEndAtTheExpectedNode) {
   Load("<div><b>x</b> <i>y</i></div>");
-  std::int32_t handle = FirstByTag(GetParam().from);
-  for (const char* step = GetParam().steps; *step; ++step) {
-    const char* command = *step == 'n' ? "wvgetsiblingnext"
-                          : *step == 'p' ? "wvgetsiblingprev"
-                                         : "wvgetparent";
-    handle = Call(command, {handle}).integer;
-  }
-  EXPECT_EQ(Names(Value::Integer(handle)), GetParam().expected) << GetParam().steps;
+  // From the first element of a tag: n next, p previous, u up.
+  const auto walk = [&](std::string_view from, std::string_view steps) {
+    std::int32_t handle = FirstByTag(from);
+    for (char step : steps)
+      handle = Call(step == 'n'   ? "wvgetsiblingnext"
+                    : step == 'p' ? "wvgetsiblingprev"
+                                  : "wvgetparent",
+                    {handle}).integer;
+    return Names(Value::Integer(handle));
+  };
+  EXPECT_EQ(walk("b", "n"), "#plain: ");
+  EXPECT_EQ(walk("b", "nnn"), "-1");
+  EXPECT_EQ(walk("b", "p"), "-1");
+  EXPECT_EQ(walk("i", "pp"), "#b:x");
+  EXPECT_EQ(walk("b", "u"), "#div:x y");
+  EXPECT_EQ(walk("b", "uu"), "#:x y");
+  EXPECT_EQ(walk("b", "uuu"), "-1");
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, TreeWalk,
-                         ::testing::Values(WalkCase{"b", "n", "#plain: "},
-                                           WalkCase{"b", "nnn", "-1"},
-                                           WalkCase{"b", "p", "-1"},
-                                           WalkCase{"i", "pp", "#b:x"},
-                                           WalkCase{"b", "u", "#div:x y"},
-                                           WalkCase{"b", "uu", "#:x y"},
-                                           WalkCase{"b", "uuu", "-1"}));
 
 // Handles are issued by appending, never looked up, and every element found
 // is registered before a filter or a pattern drops it.
 TEST_F(ModuleTest, HandlesAreIssuedInOrderAndNeverReused) {
   Load(Classes);
   EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(1));
-  EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(2));
   EXPECT_EQ(Call("wvgetelementbyid", {0, S("missing")}), Value::Integer(-1));
-  EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(3));
+  EXPECT_EQ(Call("wvgetelementbyid", {0, S("d")}), Value::Integer(2));
   EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S("i")}), Array());
-  EXPECT_EQ(NextHandle(), 7);
-  EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S(""), 1, 3}), Value::Integer(10));
-  EXPECT_EQ(Call("wvgetchildren", {1, S("b")}), IntArray({13}));
-  const std::int32_t parent = Call("wvgetparent", {1}).integer;
-  EXPECT_EQ(parent, 15);
-  EXPECT_EQ(Call("wvgetparent", {1}), Value::Integer(16));
-  EXPECT_EQ(Names(Value::Integer(parent)), "#:atbc");
+  EXPECT_EQ(NextHandle(), 6);
+  EXPECT_EQ(Call("wvgetelementsbyclass", {0, S("x"), S(""), 1, 3}), Value::Integer(9));
+  EXPECT_EQ(Call("wvgetchildren", {1, S("b")}), IntArray({12}));
+  EXPECT_EQ(Call("wvgetparent", {1}), Value::Integer(14));
+  EXPECT_EQ(Call("wvgetparent", {1}), Value::Integer(15));
 }
 
 TEST_F(ModuleTest, AHandleOfTheRootActsAsAnElement) {
@@ -120,9 +98,7 @@ TEST_F(ModuleTest, AHandleOfTheRootActsAsAnElement) {
   const std::int32_t root = Call("wvgetparent", {FirstByTag("p")}).integer;
   ASSERT_GE(root, 1);
   EXPECT_EQ(Call("wvgettagname", {root}), Value::Text(""));
-  EXPECT_EQ(Call("wvgettagname", {0}), Value::Integer(-1));
   EXPECT_EQ(Names(Call("wvgetchildren", {root})), "[p:a,i:b]");
-  EXPECT_EQ(Call("wvgetchildren", {0}), Value::Integer(-1));
 }
 
 TEST_F(ModuleTest, LoadsAndClearsStartTheHandlesAgain) {
@@ -136,8 +112,6 @@ TEST_F(ModuleTest, LoadsAndClearsStartTheHandlesAgain) {
   EXPECT_EQ(Call("wvclear", {}), Value::Integer(0));
   EXPECT_EQ(Call("wvgetinnertext", {1}), Value::Integer(-1));
   EXPECT_EQ(Call("wvgetinnertext", {0}), Value::Text("y\nz"));
-  EXPECT_EQ(Call("wvclear", {}), Value::Integer(0));
-  EXPECT_EQ(NextHandle(), 1);
 }
 
 }  // namespace

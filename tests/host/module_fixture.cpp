@@ -24,15 +24,25 @@ std::unique_ptr<ModuleHost> FreshHost() {
   return host;
 }
 
+namespace {
+
+CallOutcome CallKeepingContract(ModuleHost& host, std::string_view command,
+                                std::span<const Argument> args) {
+  host.clearContractFaults();
+  CallOutcome outcome = host.call(command, args);
+  EXPECT_EQ(outcome.deliveries, 1) << command;
+  EXPECT_EQ(host.contractFaults(), std::vector<std::string>{}) << command;
+  return outcome;
+}
+
+}  // namespace
+
 CallOutcome CallOnHandle(ModuleHost& host, std::string_view command, std::int32_t handle,
                          const std::vector<Argument>& extra) {
+  SCOPED_TRACE(handle);
   std::vector<Argument> args{handle};
   args.insert(args.end(), extra.begin(), extra.end());
-  host.clearContractFaults();
-  CallOutcome outcome = host.call(command, std::span<const Argument>(args));
-  EXPECT_EQ(outcome.deliveries, 1) << command << " " << handle;
-  EXPECT_EQ(host.contractFaults(), std::vector<std::string>{}) << command << " " << handle;
-  return outcome;
+  return CallKeepingContract(host, command, args);
 }
 
 ModuleTest::~ModuleTest() {
@@ -42,10 +52,7 @@ ModuleTest::~ModuleTest() {
 }
 
 Value ModuleTest::Call(std::string_view name, std::initializer_list<Argument> args) {
-  host.clearContractFaults();
-  const CallOutcome outcome = host.call(name, args);
-  EXPECT_EQ(outcome.deliveries, 1) << name;
-  EXPECT_EQ(host.contractFaults(), std::vector<std::string>{}) << name;
+  const CallOutcome outcome = CallKeepingContract(host, name, {args.begin(), args.size()});
   EXPECT_EQ(outcome.errors, std::vector<std::string>{}) << name;
   return outcome.result;
 }
@@ -66,21 +73,17 @@ std::int32_t ModuleTest::NextHandle() {
   return Call("wvgetelementbyid", {0, std::string()}).integer;
 }
 
-std::string ModuleTest::Name(std::int32_t handle) {
-  const Value tag = Call("wvgettagname", {handle});
-  const Value text = Call("wvgetinnertext", {handle});
-  return tag.text + ":" + text.text;
-}
-
 std::string ModuleTest::Names(const Value& result) {
-  if (result.kind == Value::Kind::Integer)
-    return result.integer == -1 ? "-1" : "#" + Name(result.integer);
+  const auto name = [&](const Value& handle) {
+    if (handle.kind != Value::Kind::Integer) return Describe(handle);
+    return Call("wvgettagname", {handle.integer}).text + ":" +
+           Call("wvgetinnertext", {handle.integer}).text;
+  };
+  if (result.kind == Value::Kind::Integer) return result.integer == -1 ? "-1" : "#" + name(result);
   if (result.kind != Value::Kind::Array) return Describe(result);
   std::string names = "[";
-  for (const auto& element : result.elements) {
-    if (names.size() > 1) names += ",";
-    names += element.kind == Value::Kind::Integer ? Name(element.integer) : Describe(element);
-  }
+  for (const auto& element : result.elements)
+    names += (names.size() > 1 ? "," : "") + name(element);
   return names + "]";
 }
 

@@ -1,7 +1,6 @@
 // Drives the built module through the reference host library, as a host
 // does. The module's state is process-wide, so each test loads its own
-// document first; a test that needs a module that has never loaded one takes
-// a fresh copy of the module file.
+// document first.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,10 +16,8 @@
 
 namespace qrl::testing {
 
-// The module as built, shared by all tests of the process.
 ModuleHost& SharedHost();
-
-// A separate instance of the module, loaded from a copy of its file.
+// A module that has never loaded a document: a copy of its file, loaded anew.
 std::unique_ptr<ModuleHost> FreshHost();
 
 // A narrow text argument; a bare literal would not pick the text alternative.
@@ -36,19 +33,14 @@ class ModuleTest : public ::testing::Test {
   ModuleTest() : host(SharedHost()) {}
   ~ModuleTest() override;
 
-  // Calls a row and checks that the call kept to the contract and made no
-  // report.
+  // Like CallOnHandle, and the call must make no report.
   Value Call(std::string_view name, std::initializer_list<Argument> args);
-
   void Load(std::string_view markup);
   std::int32_t FirstByTag(std::string_view tag);
   // Issues one handle (the document must have a node without an id).
   std::int32_t NextHandle();
-
-  // "tag:text" of the element of a handle, so that a result can be read as
-  // which elements it names.
-  std::string Name(std::int32_t handle);
-  // -1, "#tag:text" for another integer, "[tag:text,...]" for an array.
+  // -1, "#tag:text" for another integer, "[tag:text,...]" for an array, so
+  // that a result reads as which elements it names.
   std::string Names(const Value& result);
 
   ModuleHost& host;

