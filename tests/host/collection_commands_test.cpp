@@ -31,7 +31,7 @@ TEST_P(Searches, NameTheExpectedElements) {
 INSTANTIATE_TEST_SUITE_P(
     Table, Searches,
     ::testing::Values(
-        SearchCase{"wvgetelementbyid", "root", {S("d")}, "#div:atbc"},
+        SearchCase{"wvgetelementbyid", "root", {S("d"), 1, 2, 3}, "#div:atbc"},
         SearchCase{"wvgetelementbyid", "root", {S("D")}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x")}, "[p:a,b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("p")}, "[p:a]"},
