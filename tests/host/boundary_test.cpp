@@ -28,29 +28,27 @@ TEST(Vocabulary, RowsAreAnnouncedInOrderInLowerCase) {
   EXPECT_EQ(vocabulary[40].constantValue(), 3);
 }
 
-struct RawCommandInfo {
-  CommandInfo info;
-  char guard[8];
-};
-
+// The record is filled only for a row that exists, and never past its end.
 TEST(Dispatch, DescribesOnlyRowsThatExist) {
   ModuleHost& host = SharedHost();
-  for (HostWord index : {HostWord{41}, HostWord{-1}}) {
-    RawCommandInfo record;
+  struct {
+    CommandInfo info;
+    char guard[8];
+  } record;
+  const auto describe = [&](HostWord code, HostWord index) {
     std::memset(&record, 0x5A, sizeof record);
-    EXPECT_EQ(host.dispatch(-2, &record, index, nullptr).returned, 0) << index;
+    return host.dispatch(code, &record, index, nullptr).returned;
+  };
+  for (HostWord index : {HostWord{41}, HostWord{-1}}) {
+    EXPECT_EQ(describe(-2, index), 0) << index;
     EXPECT_EQ(record.info.index, 0x5A5A5A5A) << index;
   }
   EXPECT_EQ(host.dispatch(-2, nullptr, 41, nullptr).returned, 0);
   EXPECT_EQ(host.dispatch(-2, nullptr, 5, nullptr).returned, 1);
-
-  RawCommandInfo record;
-  std::memset(&record, 0x5A, sizeof record);
-  EXPECT_EQ(host.dispatch(-2, &record, 40, nullptr).returned, 1);
+  EXPECT_EQ(describe(-2, 40), 1);
   EXPECT_STREQ(record.info.name, "@colnamerowname");
   EXPECT_EQ(record.guard[0], 0x5A);
-  std::memset(&record, 0x5A, sizeof record);
-  EXPECT_EQ(host.dispatch(0x7FFE0000 - 2, &record, 9, nullptr).returned, 1);
+  EXPECT_EQ(describe(0x7FFE0000 - 2, 9), 1);
   EXPECT_STREQ(record.info.name, "wvgetelementsbytagname");
 }
 
@@ -107,21 +105,18 @@ TEST_F(ModuleTest, ResultsWriteOnlyTheirOwnField) {
 TEST(Query, VersionAndDescriptionFollowTheBufferRules) {
   ModuleHost& host = SharedHost();
   char buffer[300];
-  std::memset(buffer, 'z', sizeof buffer);
-  EXPECT_EQ(host.query(1, buffer, sizeof buffer), 44001);
+  const auto describe = [&](std::size_t size) {
+    std::memset(buffer, 'z', sizeof buffer);
+    return host.query(1, buffer, size);
+  };
+  EXPECT_EQ(describe(sizeof buffer), 44001);
   EXPECT_STREQ(buffer, "DllMapServices extender API example");
   EXPECT_EQ(host.query(0x70001, nullptr, 0), 44001);
-
-  std::memset(buffer, 'z', sizeof buffer);
-  EXPECT_EQ(host.query(1, buffer, 1), 44001);
-  EXPECT_EQ(buffer[0], '\0');
-  EXPECT_EQ(buffer[1], 'z');
-  std::memset(buffer, 'z', sizeof buffer);
-  host.query(1, buffer, 5);
-  EXPECT_STREQ(buffer, "DllM");
-  EXPECT_EQ(buffer[5], 'z');
-  std::memset(buffer, 'z', sizeof buffer);
-  host.query(1, buffer, 0);
+  EXPECT_EQ(describe(1), 44001);
+  EXPECT_EQ(std::string_view(buffer, 2), std::string_view("\0z", 2));
+  describe(5);
+  EXPECT_EQ(std::string_view(buffer, 6), std::string_view("DllM\0z", 6));
+  describe(0);
   EXPECT_EQ(buffer[0], 'z');
 }
 
