@@ -59,7 +59,6 @@ TEST(CommandLine, RefusesWhatItCannotRun) {
       {"--module", "m.so"},
       {"--host-version", "abc", "a.lua"},
       {"--host-version", "-5", "a.lua"},
-      {"--host-version", "", "a.lua"},
       {"--frobnicate", "a.lua"},
       {"-e"},
       {"--"},

@@ -1,19 +1,16 @@
-// A small extender module that exercises every service of a host, so that
-// the host library and lantern are tested apart from the real module. Its
-// rows:
-//   echo(int [, text [, wide]])   the last argument given, back as it came
-//   makelist(int count [, text])  an array of 0..count-1, or of the text
-//                                 with each index appended
-//   makemap(text "k=v;k=v")       a map of the pairs, stored in the given order
-//   report(text)                  reports the text, gives 0
+// A small extender module that reaches every host service on purpose, so the
+// host library and lantern are tested apart from the real module. Its rows:
+//   echo(int [, text [, wide]])  the last argument given, back as it came
+//   makelist(int n [, text])     0..n-1, or the text with each index appended
+//   makemap(text)                a map of the character pairs: "k1v1k2v2"
+//   report(text)                 reports the text, gives 0
 //   setname(text name, text value [, int])
-//                                 builds an array of [1, 2] around a named
-//                                 value, so a nested call during the named
-//                                 value must leave the array alone
-//   silent()                      returns without a result
-//   twice()                       delivers its result twice
-//   @answer                       the constant 42
-// Query(1) gives 7 and "fake module"; Query(9) the number of row calls.
+//                                [1, 2] built around a named value, so a nested
+//                                call during the named value must leave it alone
+//   silent()                     returns without a result
+//   twice()                      delivers its result twice
+//   @answer                      the constant 42
+// Query(1) gives 7 and "fake module".
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -35,158 +32,130 @@ struct Row {
 };
 
 constexpr Row Rows[] = {
-    {"echo", qrl::KindFunction, 0x0201, 0x510},
-    {"makelist", qrl::KindFunction, 0x0101, 0x10},
-    {"makemap", qrl::KindFunction, 0x0001, 0x1},
-    {"report", qrl::KindFunction, 0x0001, 0x1},
-    {"setname", qrl::KindFunction, 0x0102, 0x11},
-    {"silent", qrl::KindFunction, 0x0000, 0},
-    {"twice", qrl::KindFunction, 0x0000, 0},
-    {"@answer", qrl::KindConstant, 42, 0},
+    {"echo", qrl::KindFunction, 0x0201, 0x510},  {"makelist", qrl::KindFunction, 0x0101, 0x10},
+    {"makemap", qrl::KindFunction, 0x0001, 0x1}, {"report", qrl::KindFunction, 0x0001, 0x1},
+    {"setname", qrl::KindFunction, 0x0102, 0x11}, {"silent", qrl::KindFunction, 0, 0},
+    {"twice", qrl::KindFunction, 0, 0},           {"@answer", qrl::KindConstant, 42, 0},
 };
 constexpr HostWord RowCount = sizeof Rows / sizeof Rows[0];
-
-int RowCalls = 0;
 
 struct Frame {
   HostWord hostContext;
   qrl::ResultCallbackFn callback;
-  HostServices* services;
+  HostServices& services;
   HostValue* result;
 
-  HostWord deliver() const { return callback(0, hostContext, services, result); }
-  HostWord deliverInteger(std::int32_t number) const {
-    result->intValue = number;
-    result->type = qrl::ValueInteger;
-    return deliver();
+  HostWord deliver(const HostValue& value) const {
+    *result = value;
+    return callback(0, hostContext, &services, result);
   }
-  void report(const std::string& text) const {
-    services->DllReportError(services->context, text.c_str());
+  // Reports a failed service and tells whether it failed.
+  bool failed(const char* service, HostWord status) const {
+    if (status != 0) {
+      const std::string text = std::string(service) + " " + std::to_string(status);
+      services.DllReportError(services.context, text.c_str());
+    }
+    return status != 0;
   }
 };
 
-// Fills `array` with the items; reports and stops at the first failure.
-void FillArray(const Frame& frame, HostValue& array, const std::vector<HostValue>& items) {
-  std::int32_t dims[5] = {static_cast<std::int32_t>(items.size()), 0, 0, 0, 0};
-  HostServices& services = *frame.services;
-  const HostWord made = services.DllArrayServices(services.context, &array, qrl::HostValueSize,
-                                                  dims, qrl::ArrayDimsSize, qrl::ServiceFlags);
-  if (made != 0) {
-    frame.report("DllArrayServices " + std::to_string(made));
-    return;
-  }
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    HostValue element = items[i];
-    const HostWord stored =
-        services.DllArrHandler(services.context, &array, static_cast<HostWord>(i), 0, 0, 0, 0,
-                               &element, qrl::HostValueSize, qrl::ServiceFlags);
-    if (stored != 0) {
-      frame.report("DllArrHandler " + std::to_string(stored));
-      return;
-    }
-  }
-}
-
-HostValue IntegerRecord(std::int32_t number) {
+HostValue Record(std::uint32_t type, std::int32_t number, const void* text = nullptr) {
   HostValue record{};
-  record.type = qrl::ValueInteger;
+  record.type = type;
   record.intValue = number;
+  record.text = text;
   return record;
 }
 
-HostValue TextRecord(const std::string& text) {
-  HostValue record{};
-  record.type = qrl::ValueText;
-  record.text = text.c_str();
-  return record;
-}
-
-HostWord Echo(const Frame& frame, const HostValue* args, HostWord count) {
-  if (count == 1) return frame.deliverInteger(args[0].intValue);
-  frame.result->text = args[count - 1].text;
-  frame.result->type = count == 2 ? qrl::ValueText : qrl::ValueWideText;
-  return frame.deliver();
+// Stops at the first failing service, leaving the rest of the array as made.
+HostValue MakeArray(const Frame& frame, std::vector<HostValue> items) {
+  HostServices& s = frame.services;
+  HostValue array{};
+  std::int32_t dims[5] = {static_cast<std::int32_t>(items.size()), 0, 0, 0, 0};
+  if (frame.failed("DllArrayServices",
+                   s.DllArrayServices(s.context, &array, qrl::HostValueSize, dims,
+                                      qrl::ArrayDimsSize, qrl::ServiceFlags)))
+    return array;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (frame.failed("DllArrHandler",
+                     s.DllArrHandler(s.context, &array, static_cast<HostWord>(i), 0, 0, 0, 0,
+                                     &items[i], qrl::HostValueSize, qrl::ServiceFlags)))
+      break;
+  }
+  return array;
 }
 
 HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
-  const auto size = static_cast<std::size_t>(std::max(args[0].intValue, 0));
-  std::vector<std::string> texts(size);  // sized up front: the records point into it
+  std::vector<std::string> texts;  // sized up front: the records point into it
+  texts.resize(static_cast<std::size_t>(std::max(args[0].intValue, 0)));
   std::vector<HostValue> items;
-  for (std::size_t i = 0; i < size; ++i) {
-    if (count == 2) texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
     const auto index = static_cast<std::int32_t>(i);
-    items.push_back(count == 2 ? TextRecord(texts[i]) : IntegerRecord(index));
+    if (count == 1) {
+      items.push_back(Record(qrl::ValueInteger, index));
+      continue;
+    }
+    texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
+    items.push_back(Record(qrl::ValueText, 0, texts[i].c_str()));
   }
-  HostValue array{};
-  FillArray(frame, array, items);
-  *frame.result = array;
-  return frame.deliver();
+  return frame.deliver(MakeArray(frame, items));
 }
 
 HostWord MakeMap(const Frame& frame, const HostValue* args) {
-  HostServices& services = *frame.services;
+  HostServices& s = frame.services;
   HostValue map{};
-  HostWord status = services.DllMapServices(services.context, &map, qrl::HostValueSize, 0, 0,
-                                            nullptr, 0, nullptr, 0, qrl::MapCreate);
-  const std::string spec = static_cast<const char*>(args[0].text);
-  std::size_t start = 0;
-  while (status == 0 && start < spec.size()) {
-    std::size_t end = spec.find(';', start);
-    if (end == std::string::npos) end = spec.size();
-    const std::string pair = spec.substr(start, end - start);
-    const std::size_t equals = pair.find('=');
-    const std::string keyText = pair.substr(0, equals);
-    const std::string valueText = equals == std::string::npos ? "" : pair.substr(equals + 1);
-    HostValue key = TextRecord(keyText);
-    HostValue value = TextRecord(valueText);
-    status = services.DllMapServices(services.context, &map, qrl::HostValueSize, 0, 0, &key,
-                                     qrl::HostValueSize, &value, qrl::HostValueSize, qrl::MapStore);
-    start = end + 1;
+  bool failed = frame.failed("DllMapServices",
+                             s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, nullptr,
+                                              0, nullptr, 0, qrl::MapCreate));
+  const std::string pairs = static_cast<const char*>(args[0].text);
+  for (std::size_t i = 0; !failed && i + 1 < pairs.size(); i += 2) {
+    const std::string keyText = pairs.substr(i, 1), valueText = pairs.substr(i + 1, 1);
+    HostValue key = Record(qrl::ValueText, 0, keyText.c_str());
+    HostValue value = Record(qrl::ValueText, 0, valueText.c_str());
+    failed = frame.failed("DllMapServices",
+                          s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, &key,
+                                           qrl::HostValueSize, &value, qrl::HostValueSize,
+                                           qrl::MapStore));
   }
-  if (status != 0) frame.report("DllMapServices " + std::to_string(status));
-  *frame.result = map;
-  return frame.deliver();
+  return frame.deliver(map);
 }
 
 HostWord SetName(const Frame& frame, const HostValue* args) {
-  HostServices& services = *frame.services;
+  HostServices& s = frame.services;
   HostValue array{};
   std::int32_t dims[5] = {2, 0, 0, 0, 0};
-  services.DllArrayServices(services.context, &array, qrl::HostValueSize, dims,
-                            qrl::ArrayDimsSize, qrl::ServiceFlags);
-  HostValue value{};
-  value.type = qrl::ValueText;
-  value.text = args[1].text;
-  services.DllNamedValue(services.context, static_cast<const char*>(args[0].text), &value,
-                         qrl::HostValueSize, qrl::ServiceFlags);
+  s.DllArrayServices(s.context, &array, qrl::HostValueSize, dims, qrl::ArrayDimsSize,
+                     qrl::ServiceFlags);
+  HostValue value = Record(qrl::ValueText, 0, args[1].text);
+  s.DllNamedValue(s.context, static_cast<const char*>(args[0].text), &value, qrl::HostValueSize,
+                  qrl::ServiceFlags);
   for (std::int32_t i = 0; i < 2; ++i) {
-    HostValue element = IntegerRecord(i + 1);
-    services.DllArrHandler(services.context, &array, i, 0, 0, 0, 0, &element,
-                           qrl::HostValueSize, qrl::ServiceFlags);
+    HostValue element = Record(qrl::ValueInteger, i + 1);
+    s.DllArrHandler(s.context, &array, i, 0, 0, 0, 0, &element, qrl::HostValueSize,
+                    qrl::ServiceFlags);
   }
-  *frame.result = array;
-  return frame.deliver();
+  return frame.deliver(array);
 }
 
 HostWord RunRow(const Frame& frame, std::int16_t row, const HostValue* args, HostWord count) {
-  ++RowCalls;
   switch (row) {
     case 0:
-      return Echo(frame, args, count);
+      if (count == 1) return frame.deliver(Record(qrl::ValueInteger, args[0].intValue));
+      return frame.deliver(Record(count == 2 ? qrl::ValueText : qrl::ValueWideText, 0,
+                                  args[count - 1].text));
     case 1:
       return MakeList(frame, args, count);
     case 2:
       return MakeMap(frame, args);
     case 3:
-      frame.report(static_cast<const char*>(args[0].text));
-      return frame.deliverInteger(0);
+      frame.services.DllReportError(frame.services.context,
+                                    static_cast<const char*>(args[0].text));
+      return frame.deliver(Record(qrl::ValueInteger, 0));
     case 4:
       return SetName(frame, args);
-    case 5:
-      return 0;
     case 6:
-      frame.deliverInteger(1);
-      return frame.deliverInteger(2);
+      frame.deliver(Record(qrl::ValueInteger, 1));
+      return frame.deliver(Record(qrl::ValueInteger, 2));
     default:
       return 0;
   }
@@ -212,7 +181,6 @@ extern "C" {
 
 __attribute__((visibility("default"))) HostWord QORExtenderQuery(HostWord code, void* buffer,
                                                                  HostWord size) {
-  if (code == 9) return RowCalls;
   if (code != 1) return 0;
   if (buffer != nullptr && size > 0) {
     std::strncpy(static_cast<char*>(buffer), "fake module", static_cast<std::size_t>(size));
@@ -228,7 +196,7 @@ __attribute__((visibility("default"))) HostWord QORExtender2(
   if (row == -1) return RowCount;
   if (row == -2) return Describe(argCount, args);
   if (row < 0 || row >= RowCount || Rows[row].kind != qrl::KindFunction) return 0;
-  const Frame frame{hostContext, callback, services, result};
-  return RunRow(frame, row, static_cast<const HostValue*>(args), argCount);
+  return RunRow(Frame{hostContext, callback, *services, result}, row,
+                static_cast<const HostValue*>(args), argCount);
 }
 }

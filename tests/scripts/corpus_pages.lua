@@ -7,15 +7,10 @@ local check = require("check")
 
 local folder = os.getenv("QRL_CORPUS")
 if not folder or folder == "" then folder = arg[1] end
-
 local function read(name)
   local file = folder and io.open(folder .. "/" .. name, "rb")
-  if not file then return nil end
-  local bytes = file:read("a")
-  file:close()
-  return bytes
+  return file and file:read("a")
 end
-
 if not read("small.html") then
   print("corpus_pages: no corpus at " .. tostring(folder) .. "; skipped")
   os.exit(77)
@@ -23,28 +18,23 @@ end
 
 for _, name in ipairs({"small.html", "api.html", "book.html"}) do
   check.eq(wvparse(read(name)), 0, name .. ": wvparse")
-
   -- A star pattern and an attribute search without a pattern both take
   -- every a element, whether it bears an address or not.
   local anchors = wvgetelementsbytagname(0, "a")
   check.eq(#wvgetelementsbyattribute(0, "a", "href"), #anchors, name .. ": every a by attribute")
   check.eq(#wvgetlinksbyhref(0, "*"), #anchors, name .. ": every a by address")
-  for i = 2, #anchors do
-    check.eq(anchors[i], anchors[i - 1] + 1, name .. ": consecutive handles")
-  end
+  for i = 2, #anchors do check.eq(anchors[i], anchors[i - 1] + 1, name .. ": handles in order") end
 
-  -- Walking up from every 25th link ends at the root, named by a handle
-  -- with an empty tag name.
+  -- Walking up from every 25th link ends at the root, whose tag name is empty.
   wvclear()
-  for i, link in ipairs(wvgetelementsbytagname(0, "a")) do
-    if i % 25 == 1 then
-      local node, parent, steps = link, wvgetparent(link), 0
-      while parent ~= -1 do
-        node, parent, steps = parent, wvgetparent(parent), steps + 1
-        check.truthy(steps < 10000, name .. ": the walk up ends")
-      end
-      check.eq(wvgettagname(node), "", name .. ": the walk ends at the root")
+  local links = wvgetelementsbytagname(0, "a")
+  for i = 1, #links, 25 do
+    local node, parent, steps = links[i], wvgetparent(links[i]), 0
+    while parent ~= -1 do
+      node, parent, steps = parent, wvgetparent(parent), steps + 1
+      check.truthy(steps < 10000, name .. ": the walk up ends")
     end
+    check.eq(wvgettagname(node), "", name .. ": the walk ends at the root")
   end
   print(string.format("corpus_pages: %s: %d links", name, #anchors))
 end

@@ -32,9 +32,7 @@ local commands = {
   {wvgetchildren, "wvgetchildren/filtered", "p"},
 }
 
-local function run(command, handle)
-  return command[1](handle, table.unpack(command, 3))
-end
+local function run(command, handle) return command[1](handle, table.unpack(command, 3)) end
 
 wvparse('<div id="d" class="x"><p id="q" class="x">a<a href="/l">l</a></p>' ..
         '<img src="i.png"> tail</div>')
