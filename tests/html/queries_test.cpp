@@ -64,12 +64,9 @@ TEST_F(QueriesTest, CollectionsSkipOnlyNodesTheListAlreadyHeld) {
 }
 
 TEST_F(QueriesTest, Siblings) {
-  EXPECT_EQ(NameOf(span->GetNextSibling()), "b");
-  EXPECT_EQ(NameOf(b->GetNextSibling()), "none");
-  EXPECT_EQ(NameOf(b->GetPreviousSibling()), "span");
-  EXPECT_EQ(NameOf(span->GetPreviousSibling()), "none");
-  EXPECT_EQ(NameOf(root->GetNextSibling()), "none");
-  EXPECT_EQ(NameOf(root->GetPreviousSibling()), "none");
+  EXPECT_EQ(Names({span->GetPreviousSibling(), span->GetNextSibling(), b->GetPreviousSibling(), b->GetNextSibling(),
+                   root->GetPreviousSibling(), root->GetNextSibling()}),
+            "none b span none none none");
 }
 
 // Releasing a tree while some of its nodes are held: exactly the held nodes
