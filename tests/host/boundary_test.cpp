@@ -88,8 +88,7 @@ TEST_F(ModuleTest, DispatchReturnsWhatTheCallbackReturned) {
 TEST_F(ModuleTest, ResultsWriteOnlyTheirOwnField) {
   Load("<p>x</p>");
   const char marker[] = "host";
-  HostValue args[1]{};
-  args[0].intValue = 0;
+  HostValue args[1]{};  // the root
   HostValue result{};
   result.text = marker;
   result.intValue = 1234;
