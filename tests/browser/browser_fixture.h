@@ -6,14 +6,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "browser/browser_state.h"
 #include "browser/standin/standin_browser.h"
 #include "browser/standin/standin_platform.h"
 #include "lantern/module_host.h"
+#include "tests/browser/linked_exports.h"
 
 namespace qrl::testing {
 
@@ -22,25 +24,55 @@ inline constexpr WindowHandle ProgressWindow = 9;
 
 class BrowserTest : public ::testing::Test {
  protected:
-  BrowserTest();
-  ~BrowserTest() override;
+  BrowserTest() : host(LinkedExports()) {
+    UseBrowserComponent(&browser);
+    UsePlatform(&platform);
+    platform.clientRects[BrowserWindow] = {0, 0, 640, 480};
+    ScriptEventName.clear();
+    CanGoBackFlag = CanGoForwardFlag = 0;
+  }
+  ~BrowserTest() override {
+    BrowserView.reset();
+    BrowserController.reset();
+    ScriptEventName.clear();
+    UseBrowserComponent(nullptr);
+    UsePlatform(nullptr);
+  }
 
   // Calls a row and checks that the call kept to the contract.
-  Value Call(std::string_view name, std::initializer_list<Argument> args);
+  Value Call(std::string_view name, std::initializer_list<Argument> args) {
+    const CallOutcome outcome = host.call(name, args);
+    EXPECT_EQ(outcome.deliveries, 1) << name;
+    EXPECT_TRUE(outcome.errors.empty()) << name;
+    EXPECT_TRUE(host.contractFaults().empty()) << name << ": " << host.contractFaults().front();
+    return outcome.result;
+  }
 
-  // A live browser on `url` in BrowserWindow, reporting to ProgressWindow,
-  // with the log cleared behind the chain.
-  StandInView& MakeLiveBrowser(std::u16string url = u"file:///start.html");
+  // A live browser in BrowserWindow, reporting to ProgressWindow, with the
+  // log cleared behind the chain.
+  StandInView& MakeLiveBrowser(std::u16string url = u"file:///start.html") {
+    Call("wvcreate", {std::int32_t{BrowserWindow}, std::move(url), std::int32_t{ProgressWindow}});
+    browser.CompleteChain();
+    log.clear();
+    return *browser.view();
+  }
 
-  // Hands `json` to the newest script in flight of the newest view.
-  void AnswerScript(std::u16string_view json, ResultCode errorCode = ResultOk);
+  // Hands `json` to the newest script in flight.
+  void AnswerScript(std::u16string_view json, ResultCode errorCode = ResultOk) {
+    browser.view()->CompleteScript(browser.view()->scriptsInFlight() - 1, errorCode, json);
+  }
 
-  // The progress text of ProgressWindow.
-  std::string Progress() const;
-  // How many times `text` went to ProgressWindow.
-  int ProgressCount(std::string_view text) const;
+  std::string Progress() const {
+    const auto found = platform.windowTexts.find(ProgressWindow);
+    return found == platform.windowTexts.end() ? std::string() : found->second;
+  }
+  int ProgressCount(std::string_view text) const {
+    return static_cast<int>(std::count(log.begin(), log.end(),
+                                       "SetWindowText(9, " + std::string(text) + ")"));
+  }
+
   // The outer markup of the current document's root.
-  std::string DocumentMarkup();
+  std::string DocumentMarkup() { return Call("wvgetouterhtml", {std::int32_t{0}}).text; }
 
   CallLog log;
   StandInBrowser browser{log};

@@ -64,14 +64,6 @@ TEST_F(CreationTest, WindowAloneGivesTheDefaults) {
   EXPECT_EQ(StartUrl, u"https://");
 }
 
-TEST_F(CreationTest, BoundsComeFromTheWindowOnceOnly) {
-  MakeLiveBrowser();
-  Call("wvnavigate", {std::u16string(u"file:///b.html")});
-  browser.view()->RaiseNavigationStarting();
-  browser.view()->RaiseNavigationCompleted();
-  for (const std::string& call : log) EXPECT_EQ(call.find("SetBounds"), std::string::npos) << call;
-}
-
 TEST_F(CreationTest, MessageBoxesReportTheTwoFailuresAndTheResultStaysZero) {
   struct Case {
     std::optional<std::u16string> appData;

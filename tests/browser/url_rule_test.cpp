@@ -18,7 +18,6 @@ TEST(NormalizeUrl, GivesTheUrlToLoad) {
       {u"c:/pages/a.html", u"file:///c:/pages/a.html"},
       {u"FILE://server\\a", u"FILE://server/a"},
       {u"pages\\a.html", u"https://pages/a.html"},
-      {u"a", u"https://a"},
       {u"", u"https://"},
       // No drive: too short, or the colon in the wrong place.
       {u"C:", u"https://C:"},

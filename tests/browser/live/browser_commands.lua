@@ -63,6 +63,21 @@ check.eq(wvcontextmenu(0), 1, "wvcontextmenu off")
 check.eq(wvcontextmenu(1), 1, "wvcontextmenu on")
 lantern.pump(200)
 
+-- The page's posts come straight back to it as "message" events: the URL
+-- that every new document posts, and whatever the page posts itself, but
+-- only strings.
+load("the echo page", 0, wvnavigate, live.url("echo.html"))
+wvexecutescript([[
+  window.chrome.webview.postMessage("hello \u00e9 \"quoted\"");
+  window.chrome.webview.postMessage({not: "a string"});
+  window.chrome.webview.postMessage("last");
+]])
+lantern.pump(500)
+load("the echoes", 0, wvrefreshdom)
+local echoes = {}
+for _, item in ipairs(wvgetelementsbyclass(0, "echo")) do echoes[#echoes + 1] = wvgetinnertext(item) end
+check.eq(echoes, {live.url("echo.html"), "hello \xC3\xA9 \"quoted\"", "last"}, "echoes")
+
 -- A second browser in the same window takes over.
 load("second wvcreate", 0, wvcreate, window, live.url("two.html"), window)
 check.eq(wvurl(), live.url("two.html"), "wvurl of the second browser")
