@@ -32,7 +32,6 @@ INSTANTIATE_TEST_SUITE_P(
     Table, Searches,
     ::testing::Values(
         SearchCase{"wvgetelementbyid", "root", {S("d"), 1, 2, 3}, "#div:atbc"},
-        SearchCase{"wvgetelementbyid", "root", {S("D")}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x")}, "[p:a,b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("p")}, "[p:a]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("i")}, "[]"},
@@ -42,7 +41,6 @@ INSTANTIATE_TEST_SUITE_P(
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 1, 4}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 1, -5}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("P"), 1, 1}, "#P:c"},
-        SearchCase{"wvgetelementsbyclass", "root", {S("x"), S("i"), 1}, "-1"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2}, "[p:a,b:b]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2, 2}, "[b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 2, 0}, "[]"},
@@ -50,12 +48,10 @@ INSTANTIATE_TEST_SUITE_P(
         SearchCase{"wvgetelementsbyclass", "root", {S("x"), S(""), 0, 2}, "[b:b,P:c]"},
         SearchCase{"wvgetelementsbyclass", "root",
                    {S("x"), S(""), 2147483647, -2147483647 - 1}, "[]"},
-        SearchCase{"wvgetelementsbytagname", "root", {S("P")}, "[P:c]"},
         SearchCase{"wvgetelementsbytagname", "d", {S("plain"), 1, 2, 3},
                    "[plain:a,plain:t,plain:b,plain:c]"},
         SearchCase{"wvgetchildren", "d", {}, "[p:a,plain:t,b:b,P:c]"},
-        SearchCase{"wvgetchildren", "d", {S("P")}, "[p:a,P:c]"},
-        SearchCase{"wvgetchildren", "d", {S("")}, "[p:a,plain:t,b:b,P:c]"}));
+        SearchCase{"wvgetchildren", "d", {S("P")}, "[p:a,P:c]"}));
 
 TEST_F(ModuleTest, TreeWalksEndAtTheExpectedNodeAndTheRootIsAnElement) {
   Load("<div><b>x</b> <i>y</i></div>");
