@@ -1,11 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "browser/browser_state.h"
 #include "tests/browser/browser_fixture.h"
 
 namespace qrl::testing {

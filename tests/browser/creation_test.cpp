@@ -1,12 +1,8 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "browser/browser_state.h"
 #include "tests/browser/browser_fixture.h"
 
 namespace qrl::testing {

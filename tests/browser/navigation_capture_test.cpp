@@ -1,10 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
-#include "browser/browser_state.h"
 #include "browser/wide_text.h"
 #include "tests/browser/browser_fixture.h"
 
@@ -18,19 +14,16 @@ constexpr const char* MarkupScript = "ExecuteScript(document.documentElement.out
 
 using NavigationTest = BrowserTest;
 
-TEST_F(NavigationTest, NavigateSetsNavBeforeTheRequestAndKeepsTheStartUrl) {
+// "Nav" goes before a navigation to a URL, after one to a text.
+TEST_F(NavigationTest, NavigateSetsNavAndKeepsTheStartUrl) {
   MakeLiveBrowser(u"file:///start.html");
-  EXPECT_EQ(Call("wvnavigate", {std::u16string(u"pages\\a.html")}), Value::Integer(0));
-  EXPECT_THAT(log, ElementsAre("SetWindowText(9, Nav)", "view1.Navigate(https://pages/a.html)"));
-  EXPECT_EQ(StartUrl, u"file:///start.html");
-}
-
-TEST_F(NavigationTest, NavigateToStringSetsNavAfterTheRequestAndRefusesEmptyText) {
-  MakeLiveBrowser();
   EXPECT_EQ(Call("wvnavigatestr", {std::u16string()}), Value::Integer(-1));
   EXPECT_THAT(log, IsEmpty());
+  EXPECT_EQ(Call("wvnavigate", {std::u16string(u"pages\\a.html")}), Value::Integer(0));
   EXPECT_EQ(Call("wvnavigatestr", {std::u16string(u"<p>x</p>")}), Value::Integer(0));
-  EXPECT_THAT(log, ElementsAre("view1.NavigateToString(<p>x</p>)", "SetWindowText(9, Nav)"));
+  EXPECT_THAT(log, ElementsAre("SetWindowText(9, Nav)", "view1.Navigate(https://pages/a.html)",
+                               "view1.NavigateToString(<p>x</p>)", "SetWindowText(9, Nav)"));
+  EXPECT_EQ(StartUrl, u"file:///start.html");
 }
 
 TEST_F(NavigationTest, ProgressGoesFromNavToNavCompleteOnlyAfterTheCapture) {

@@ -1,24 +1,12 @@
 -- What the live browser tests share: the pages beside this file, a window
 -- with a browser in it, and waits that fail the test when a page never comes.
-package.path = arg[0]:match("^(.*)/[^/]*$") .. "/../../scripts/?.lua;" .. package.path
-local check = require("check")
-
-local live = {check = check}
-
 local here = arg[0]:match("^(.*)/[^/]*$")
+package.path = here .. "/../../scripts/?.lua;" .. package.path
 if here:sub(1, 1) ~= "/" then here = os.getenv("PWD") .. "/" .. here end
-live.pages = here .. "/pages"
+local live = {check = require("check")}
 
 function live.url(name)
-  return "file://" .. live.pages .. "/" .. name
-end
-
--- A browser on `page` in a new window that also takes the progress texts.
-function live.open(page)
-  live.window = lantern.window{width = 800, height = 600, title = "live test"}
-  check.eq(wvcreate(live.window, live.url(page), live.window), 0, "wvcreate")
-  live.page_done("the first page")
-  return live.window
+  return "file://" .. here .. "/pages/" .. name
 end
 
 -- For a command that loads a page: "Nav" comes at once or when the load
@@ -30,10 +18,17 @@ function live.page_done(what)
   end
 end
 
+-- A browser on `page` in a new window that also takes the progress texts.
+function live.open(page)
+  live.window = lantern.window{width = 800, height = 600, title = "live test"}
+  live.check.eq(wvcreate(live.window, live.url(page), live.window), 0, "wvcreate")
+  live.page_done("the first page")
+  return live.window
+end
+
 function live.text(id)
   local handle = wvgetelementbyid(0, id)
-  if handle == -1 then return nil end
-  return wvgetinnertext(handle)
+  return handle ~= -1 and wvgetinnertext(handle) or nil
 end
 
 return live
