@@ -4,14 +4,14 @@
 //   makelist(int n [, text])     0..n-1, or the text with each index appended
 //   makemap(text)                a map of the character pairs: "k1v1k2v2"
 //   report(text)                 reports the text, gives 0
-//   setname(text name, text value [, int])
-//                                [1, 2] built around a named value, so a nested
-//                                call during the named value must leave it alone
+//   setname(text name, text value)  [1, 2] built around a named value, so a
+//                                nested call during it must leave the array alone
 //   silent()                     returns without a result
 //   twice()                      delivers its result twice
 //   @answer                      the constant 42
 // Query(1) gives 7 and "fake module".
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -34,7 +34,7 @@ struct Row {
 constexpr Row Rows[] = {
     {"echo", qrl::KindFunction, 0x0201, 0x510},  {"makelist", qrl::KindFunction, 0x0101, 0x10},
     {"makemap", qrl::KindFunction, 0x0001, 0x1}, {"report", qrl::KindFunction, 0x0001, 0x1},
-    {"setname", qrl::KindFunction, 0x0102, 0x11}, {"silent", qrl::KindFunction, 0, 0},
+    {"setname", qrl::KindFunction, 0x0002, 0x11}, {"silent", qrl::KindFunction, 0, 0},
     {"twice", qrl::KindFunction, 0, 0},           {"@answer", qrl::KindConstant, 42, 0},
 };
 constexpr HostWord RowCount = sizeof Rows / sizeof Rows[0];
@@ -181,12 +181,9 @@ extern "C" {
 
 __attribute__((visibility("default"))) HostWord QORExtenderQuery(HostWord code, void* buffer,
                                                                  HostWord size) {
-  if (code != 1) return 0;
-  if (buffer != nullptr && size > 0) {
-    std::strncpy(static_cast<char*>(buffer), "fake module", static_cast<std::size_t>(size));
-    static_cast<char*>(buffer)[size - 1] = '\0';
-  }
-  return 7;
+  if (code == 1 && buffer != nullptr && size > 0)
+    std::snprintf(static_cast<char*>(buffer), static_cast<std::size_t>(size), "fake module");
+  return code == 1 ? 7 : 0;
 }
 
 __attribute__((visibility("default"))) HostWord QORExtender2(
