@@ -17,9 +17,7 @@ local commands = {
 }
 
 local function run(command, handle) return _ENV[command[1]](handle, table.unpack(command, 2)) end
-local function label(command, handle)
-  return table.concat(command, ",") .. " on " .. handle
-end
+local function label(command, handle) return table.concat(command, ",") .. " on " .. handle end
 
 wvparse('<div id="d" class="x"><p id="q" class="x">a<a href="/l">l</a></p>' ..
         '<img src="i.png"> tail</div>')
