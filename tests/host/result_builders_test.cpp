@@ -1,6 +1,5 @@
-// Host arrays and maps when the host's services fail: what is reported, and
-// what the script still receives. Hosts too old for maps are the script
-// tests' business.
+// Host arrays and maps when the host's services fail or the host is too old
+// for maps: what is reported, and what the script still receives.
 #include "tests/host/module_fixture.h"
 
 namespace qrl::testing {
@@ -23,7 +22,8 @@ struct FailureCase {
   std::int32_t handle;  // -2 stands for the first li, -3 for the p
   std::vector<Argument> extra;
   Value expected;  // for arrays of handles only the filled length counts
-  const char* error;
+  const char* error;  // none when null
+  std::uintptr_t hostVersion = FirstHostVersionWithMaps;
 };
 
 class Failures : public ModuleTest, public ::testing::WithParamInterface<FailureCase> {};
@@ -34,9 +34,11 @@ TEST_P(Failures, AreReportedOnceAndTheResultStillArrives) {
   const std::int32_t item = FirstByTag("li");
   const std::int32_t paragraph = FirstByTag("p");
   host.setFaults(c.faults);
+  host.setHostVersion(c.hostVersion);
   const CallOutcome outcome = CallOnHandle(
       host, c.command, c.handle == -2 ? item : c.handle == -3 ? paragraph : c.handle, c.extra);
-  EXPECT_EQ(outcome.errors, std::vector<std::string>{c.error}) << c.command;
+  EXPECT_EQ(outcome.errors, c.error ? std::vector<std::string>{c.error}
+                                     : std::vector<std::string>{}) << c.command;
   Value result = outcome.result;
   if (result.kind == Value::Kind::Array)
     for (auto& element : result.elements)
@@ -48,6 +50,7 @@ ServiceFaults ElementFails(HostWord index, HostWord status) {
   return {.arrHandler = ServiceFaults::AtIndex{index, status}};
 }
 const Value Zero = Value::Integer(0);
+constexpr std::uintptr_t Old = FirstHostVersionWithMaps - 1;
 
 INSTANTIATE_TEST_SUITE_P(
     Table, Failures,
@@ -70,7 +73,10 @@ INSTANTIATE_TEST_SUITE_P(
         FailureCase{{.mapStore = ServiceFaults::AtIndex{1, -3}}, "wvgetattributes", -3, {},
                     TextMap({{"w", "1"}}), "DllMapServices -3"},
         FailureCase{{.mapCreate = 6}, "wvgetattributes", -1, {}, Value{},
-                    "DllMapServices 6"}));
+                    "DllMapServices 6"},
+        FailureCase{{}, "wvgetattributes", -3, {}, Value{}, nullptr, Old},
+        FailureCase{{}, "wvgetattributes", -1, {}, Value{}, nullptr, Old},
+        FailureCase{{}, "wvgetclasses", -2, {}, TextArray({"a", "b", "c", "d"}), nullptr, Old}));
 
 TEST_F(ModuleTest, ArraysCostOneServiceCallPerElement) {
   Load(Items);
