@@ -90,13 +90,9 @@ HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
   texts.resize(static_cast<std::size_t>(std::max(args[0].intValue, 0)));
   std::vector<HostValue> items;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    const auto index = static_cast<std::int32_t>(i);
-    if (count == 1) {
-      items.push_back(Record(qrl::ValueInteger, index));
-      continue;
-    }
-    texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
-    items.push_back(Record(qrl::ValueText, 0, texts[i].c_str()));
+    if (count == 2) texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
+    items.push_back(count == 1 ? Record(qrl::ValueInteger, static_cast<std::int32_t>(i))
+                               : Record(qrl::ValueText, 0, texts[i].c_str()));
   }
   return frame.deliver(MakeArray(frame, items));
 }
@@ -104,18 +100,15 @@ HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
 HostWord MakeMap(const Frame& frame, const HostValue* args) {
   HostServices& s = frame.services;
   HostValue map{};
-  bool failed = frame.failed("DllMapServices",
-                             s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, nullptr,
-                                              0, nullptr, 0, qrl::MapCreate));
+  s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, nullptr, 0, nullptr, 0,
+                   qrl::MapCreate);
   const std::string pairs = static_cast<const char*>(args[0].text);
-  for (std::size_t i = 0; !failed && i + 1 < pairs.size(); i += 2) {
+  for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
     const std::string keyText = pairs.substr(i, 1), valueText = pairs.substr(i + 1, 1);
     HostValue key = Record(qrl::ValueText, 0, keyText.c_str());
     HostValue value = Record(qrl::ValueText, 0, valueText.c_str());
-    failed = frame.failed("DllMapServices",
-                          s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, &key,
-                                           qrl::HostValueSize, &value, qrl::HostValueSize,
-                                           qrl::MapStore));
+    s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, &key, qrl::HostValueSize, &value,
+                     qrl::HostValueSize, qrl::MapStore);
   }
   return frame.deliver(map);
 }
