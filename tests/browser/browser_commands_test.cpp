@@ -13,39 +13,60 @@ using ::testing::IsEmpty;
 
 using BrowserCommandTest = BrowserTest;
 
-TEST_F(BrowserCommandTest, LiveCommandCallsTheViewAndGivesItsResultAtOnce) {
+// Before the browser is live (a chain begun, a notify window named) each
+// command gives its idle result and does nothing else; once it is live, the
+// command makes its calls on the view, in order, and gives its result at once.
+TEST_F(BrowserCommandTest, EachCommandIdleAndLive) {
   struct Case {
     const char* name;
     std::vector<Argument> args;
+    Value idle;
     std::function<void(StandInView&)> prepare;
     Value result;
     std::vector<std::string> calls;
   };
-  const auto none = [](StandInView&) {};
+  const auto keep = [](StandInView&) {};
+  const Value one = Value::Integer(1), zero = Value::Integer(0), refused = Value::Integer(-1);
   const Case cases[] = {
-      {"wvstop", {}, none, Value::Integer(1), {"view1.Stop"}},
-      {"wvback", {}, none, Value::Integer(-1), {"view1.CanGoBack"}},
-      {"wvback", {}, [](StandInView& v) { v.canGoBack = true; }, Value::Integer(1),
+      {"wvstop", {}, one, keep, one, {"view1.Stop"}},
+      {"wvback", {}, refused, keep, refused, {"view1.CanGoBack"}},
+      {"wvback", {}, refused, [](StandInView& v) { v.canGoBack = true; }, one,
        {"view1.CanGoBack", "view1.GoBack"}},
-      {"wvforward", {}, none, Value::Integer(-1), {"view1.CanGoForward"}},
-      {"wvforward", {}, [](StandInView& v) { v.canGoForward = true; }, Value::Integer(1),
+      {"wvforward", {}, refused, keep, refused, {"view1.CanGoForward"}},
+      {"wvforward", {}, refused, [](StandInView& v) { v.canGoForward = true; }, one,
        {"view1.CanGoForward", "view1.GoForward"}},
       // No URL rule and no "Nav" for the home.
-      {"wvhome", {std::u16string(u"C:\\pages\\home.html")}, none, Value::Integer(1),
+      {"wvhome", {std::u16string(u"C:\\pages\\home.html")}, one, keep, one,
        {"view1.Navigate(C:\\pages\\home.html)"}},
-      {"wvreload", {std::string("x")}, none, Value::Integer(1), {"view1.Reload"}},
-      {"wvurl", {}, [](StandInView& v) { v.source = u"file:///now.html\u00e9"; },
-       Value::WideText(u"file:///now.html\u00e9"), {"view1.GetSource"}},
-      {"wvopendev", {}, none, Value::Integer(1), {"view1.OpenDevToolsWindow"}},
-      {"wvstatusbar", {std::int32_t{0}}, none, Value::Integer(1), {"view1.GetSettings"}},
-      {"wvcontextmenu", {std::int32_t{0}}, none, Value::Integer(1),
+      {"wvreload", {std::string("x")}, one, keep, one, {"view1.Reload"}},
+      {"wvurl", {}, Value::WideText(u""), [](StandInView& v) { v.source = u"file:///now\u00e9"; },
+       Value::WideText(u"file:///now\u00e9"), {"view1.GetSource"}},
+      {"wvopendev", {}, one, keep, one, {"view1.OpenDevToolsWindow"}},
+      {"wvstatusbar", {std::int32_t{0}}, one, keep, one, {"view1.GetSettings"}},
+      {"wvcontextmenu", {std::int32_t{0}}, one, keep, one,
        {"view1.GetSettings", "settings.SetDefaultContextMenusEnabled(0)"}},
-      {"wvcontextmenu", {std::int32_t{-5}}, none, Value::Integer(1),
+      {"wvcontextmenu", {std::int32_t{-5}}, one, keep, one,
        {"view1.GetSettings", "settings.SetDefaultContextMenusEnabled(1)"}},
-      {"wvcontextmenu", {std::int32_t{1}}, [](StandInView& v) { v.settingsAvailable = false; },
-       Value::Integer(1), {"view1.GetSettings"}},
+      {"wvcontextmenu", {std::int32_t{1}}, one, [](StandInView& v) { v.settingsAvailable = false; },
+       one, {"view1.GetSettings"}},
+      {"wvnavigate", {std::u16string(u"file:///n.html")}, zero, keep, zero,
+       {"SetWindowText(9, Nav)", "view1.Navigate(file:///n.html)"}},
+      {"wvnavigatestr", {std::u16string()}, refused, keep, refused, {}},
+      {"wvrefreshdom", {}, zero, keep, zero,
+       {"SetWindowText(9, Nav)", "view1.ExecuteScript(document.documentElement.outerHTML;)"}},
+      {"wvexecutescript", {std::u16string(u"1")}, one, keep, one, {"view1.ExecuteScript(1)"}},
   };
-  StandInView& view = MakeLiveBrowser();
+  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///start.html"),
+                    std::int32_t{ProgressWindow}});
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name + ::testing::PrintToString(c.calls));
+    log.clear();
+    EXPECT_EQ(host.call(c.name, c.args).result, c.idle);
+    EXPECT_THAT(log, IsEmpty());
+    EXPECT_EQ(StartUrl, u"file:///start.html");
+  }
+  browser.CompleteChain();
+  StandInView& view = *browser.view();
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name + ::testing::PrintToString(c.calls));
     view.canGoBack = view.canGoForward = false;
@@ -56,41 +77,6 @@ TEST_F(BrowserCommandTest, LiveCommandCallsTheViewAndGivesItsResultAtOnce) {
     EXPECT_EQ(outcome.deliveries, 1);
     EXPECT_EQ(outcome.result, c.result);
     EXPECT_THAT(log, ElementsAreArray(c.calls));
-  }
-}
-
-// Before a browser is live (a chain begun, a notify window named), each
-// command gives its usual result and does nothing else.
-TEST_F(BrowserCommandTest, WithoutBrowserEachCommandGivesTheUsualResultOnly) {
-  struct Case {
-    const char* name;
-    std::vector<Argument> args;
-    Value result;
-  };
-  const Case cases[] = {
-      {"wvstop", {}, Value::Integer(1)},
-      {"wvback", {}, Value::Integer(-1)},
-      {"wvforward", {}, Value::Integer(-1)},
-      {"wvhome", {}, Value::Integer(1)},
-      {"wvreload", {}, Value::Integer(1)},
-      {"wvurl", {}, Value::WideText(u"")},
-      {"wvopendev", {}, Value::Integer(1)},
-      {"wvstatusbar", {std::int32_t{1}}, Value::Integer(1)},
-      {"wvcontextmenu", {std::int32_t{0}}, Value::Integer(1)},
-      {"wvnavigate", {std::u16string(u"file:///n.html")}, Value::Integer(0)},
-      {"wvnavigatestr", {std::u16string(u"<p>x</p>")}, Value::Integer(0)},
-      {"wvnavigatestr", {std::u16string()}, Value::Integer(-1)},
-      {"wvrefreshdom", {}, Value::Integer(0)},
-      {"wvexecutescript", {std::u16string(u"1")}, Value::Integer(1)},
-  };
-  Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///start.html"),
-                    std::int32_t{ProgressWindow}});
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    log.clear();
-    EXPECT_EQ(host.call(c.name, c.args).result, c.result);
-    EXPECT_THAT(log, IsEmpty());
-    EXPECT_EQ(StartUrl, u"file:///start.html");
   }
 }
 

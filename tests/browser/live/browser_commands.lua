@@ -72,7 +72,9 @@ wvexecutescript([[
 lantern.pump(500)
 load("the echoes", 0, nil, wvrefreshdom)
 local echoes = {}
-for _, item in ipairs(wvgetelementsbyclass(0, "echo")) do echoes[#echoes + 1] = wvgetinnertext(item) end
+for _, item in ipairs(wvgetelementsbyclass(0, "echo")) do
+  echoes[#echoes + 1] = wvgetinnertext(item)
+end
 check.eq(echoes, {live.url("echo.html"), "hello \xC3\xA9 \"quoted\"", "last"}, "echoes")
 
 -- A second browser in the same window takes over.
