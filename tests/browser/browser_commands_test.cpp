@@ -49,8 +49,11 @@ TEST_F(BrowserCommandTest, EachCommandIdleAndLive) {
        {"view1.GetSettings", "settings.SetDefaultContextMenusEnabled(1)"}},
       {"wvcontextmenu", {std::int32_t{1}}, one, [](StandInView& v) { v.settingsAvailable = false; },
        one, {"view1.GetSettings"}},
-      {"wvnavigate", {std::u16string(u"file:///n.html")}, zero, keep, zero,
-       {"SetWindowText(9, Nav)", "view1.Navigate(file:///n.html)"}},
+      // "Nav" goes before a navigation to a URL, after one to a text.
+      {"wvnavigate", {std::u16string(u"pages\\a.html")}, zero, keep, zero,
+       {"SetWindowText(9, Nav)", "view1.Navigate(https://pages/a.html)"}},
+      {"wvnavigatestr", {std::u16string(u"<p>x</p>")}, zero, keep, zero,
+       {"view1.NavigateToString(<p>x</p>)", "SetWindowText(9, Nav)"}},
       {"wvnavigatestr", {std::u16string()}, refused, keep, refused, {}},
       {"wvrefreshdom", {}, zero, keep, zero,
        {"SetWindowText(9, Nav)", "view1.ExecuteScript(document.documentElement.outerHTML;)"}},
@@ -89,9 +92,11 @@ TEST_F(BrowserCommandTest, UrlTextStaysReadableWhileOtherCommandsRun) {
   EXPECT_EQ(std::u16string(static_cast<const char16_t*>(result.text)), u"file:///first.html");
 }
 
-TEST_F(BrowserCommandTest, HomeReplacesTheStartUrlThatALaterHomeUses) {
+// A home replaces the start URL that a later home uses; a navigation does not.
+TEST_F(BrowserCommandTest, HomeGoesToTheLastHome) {
   MakeLiveBrowser(u"file:///start.html");
   Call("wvhome", {std::u16string(u"file:///home.html")});
+  Call("wvnavigate", {std::u16string(u"file:///other.html")});
   log.clear();
   Call("wvhome", {});
   EXPECT_THAT(log, ElementsAre("view1.Navigate(file:///home.html)"));
