@@ -36,6 +36,7 @@ TEST(ParserTest, BuildsTreeAndWarnings) {
       {"<DIV>x</div>", "root", "WARN : unexpected closed element </div> for <DIV>\n"},
       {"<div>a</x>b</div>", "root[div['a', 'b']]", "WARN : unexpected closed element </x> for <div>\n"},
       {"<div></div >tail</div>", "root[div['tail']]", "WARN : unexpected closed element </div > for <div>\n"},
+      {"<div></>x</div>", "root[div['x']]", "WARN : unexpected closed element </>> for <div>\n"},
       {"<div><p>one<p>two</div>", "root[div[p['one', p['two']]]]", kNotClosedP + kNotClosedP},
       {"<p>a < b</p>", "root", ""}, {"<!-- open", "root", ""},
       {"<div><p></", "root[div[p]]", kNotClosedP + "WARN : element not closed <div> \n"},
