@@ -12,7 +12,7 @@
 #include <string>
 
 #include "browser/page_capture.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 #include "commands/element_table.h"
 
 namespace qrl::bench {
@@ -46,7 +46,7 @@ bool RegisterCaptureBenchmarks() {
     const std::string suffix = ".outerhtml.json";
     if (!file.ends_with(suffix)) continue;
     const std::string page = file.substr(0, file.size() - suffix.size());
-    const auto answer = std::make_shared<std::u16string>(FromUtf8(ReadFile(entry.path())));
+    const auto answer = std::make_shared<std::u16string>(Utf8ToUtf16(ReadFile(entry.path())));
     benchmark::RegisterBenchmark(("Capture/" + page).c_str(), CaptureAnswer, answer)
         ->Unit(benchmark::kMillisecond);
   }

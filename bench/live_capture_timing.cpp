@@ -18,7 +18,7 @@
 
 #include "browser/browser_platform.h"
 #include "browser/browser_state.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 #include "tests/browser/linked_exports.h"
 
 namespace qrl::bench {
@@ -102,7 +102,7 @@ int Run(int rounds) {
   }
 
   ModuleHost host(LinkedExports());
-  host.call("wvcreate", {id, FromUtf8("file://" + pages.front().string()), id});
+  host.call("wvcreate", {id, Utf8ToUtf16("file://" + pages.front().string()), id});
   if (!RunUntil(platform, 1)) return 1;
   Clock::time_point navigationEnd;
   BrowserView->AddNavigationCompleted([&](WebView&) { navigationEnd = Clock::now(); });
@@ -114,7 +114,7 @@ int Run(int rounds) {
     for (int round = 0; round < rounds; ++round) {
       const int before = platform.completions;
       const Clock::time_point request = Clock::now();
-      host.call("wvnavigate", {FromUtf8("file://" + page.string())});
+      host.call("wvnavigate", {Utf8ToUtf16("file://" + page.string())});
       if (!RunUntil(platform, before + 1)) return 1;
       afterEnd.push_back(Milliseconds(platform.lastCompletion - navigationEnd));
       whole.push_back(Milliseconds(platform.lastCompletion - request));

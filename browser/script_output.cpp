@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 
@@ -17,7 +17,7 @@ void PrintScriptError(ResultCode errorCode) {
 }
 
 void PrintScriptResult(std::u16string_view resultJson) {
-  const std::string text = ToUtf8(resultJson);
+  const std::string text = Utf16ToUtf8(resultJson);
   std::fputs("Script executed successfully, result: ", stdout);
   std::fwrite(text.data(), 1, text.size(), stdout);
   std::fputc('\n', stdout);

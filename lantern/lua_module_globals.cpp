@@ -9,7 +9,7 @@
 #include "lantern/lua_extensions.h"
 #include "lantern/lua_session.h"
 #include "lantern/lua_values.h"
-#include "lantern/unicode_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 

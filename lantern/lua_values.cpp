@@ -1,6 +1,6 @@
 #include "lantern/lua_values.h"
 
-#include "lantern/unicode_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -17,13 +17,13 @@ bool IsAbsolute(const char* path) { return path && path[0] == '/'; }
 
 std::optional<std::u16string> UserDataHome() {
   const char* dataHome = std::getenv("XDG_DATA_HOME");
-  if (IsAbsolute(dataHome)) return FromUtf8(dataHome);
+  if (IsAbsolute(dataHome)) return Utf8ToUtf16(dataHome);
   const char* home = std::getenv("HOME");
-  if (IsAbsolute(home)) return FromUtf8(std::string(home) + "/.local/share");
+  if (IsAbsolute(home)) return Utf8ToUtf16(std::string(home) + "/.local/share");
   return std::nullopt;
 }
 
-void MakeFolder(std::u16string_view path) { ::mkdir(ToUtf8(path).c_str(), 0700); }
+void MakeFolder(std::u16string_view path) { ::mkdir(Utf16ToUtf8(path).c_str(), 0700); }
 
 void WriteMessageBoxLine(std::string_view text, std::string_view title) {
   const std::string line = std::string(title) + ": " + std::string(text) + "\n";

@@ -4,7 +4,7 @@
 
 #include "browser/browser_platform.h"
 #include "browser/linux/data_folder.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -39,12 +39,12 @@ std::shared_ptr<WebSettings> StandInView::GetSettings() {
 }
 
 ResultCode StandInView::Navigate(std::u16string_view url) {
-  Record("Navigate(" + ToUtf8(url) + ")");
+  Record("Navigate(" + Utf16ToUtf8(url) + ")");
   return ResultOk;
 }
 
 ResultCode StandInView::NavigateToString(std::u16string_view markup) {
-  Record("NavigateToString(" + ToUtf8(markup) + ")");
+  Record("NavigateToString(" + Utf16ToUtf8(markup) + ")");
   return ResultOk;
 }
 
@@ -73,12 +73,12 @@ ResultCode StandInView::AddWebMessageReceived(WebMessageHandler handler) {
 }
 
 ResultCode StandInView::AddScriptToExecuteOnDocumentCreated(std::u16string_view script) {
-  Record("AddScriptToExecuteOnDocumentCreated(" + ToUtf8(script) + ")");
+  Record("AddScriptToExecuteOnDocumentCreated(" + Utf16ToUtf8(script) + ")");
   return ResultOk;
 }
 
 ResultCode StandInView::ExecuteScript(std::u16string_view script, ScriptCompletion completion) {
-  Record("ExecuteScript(" + ToUtf8(script) + ")");
+  Record("ExecuteScript(" + Utf16ToUtf8(script) + ")");
   scripts_.push_back({std::u16string(script), std::move(completion)});
   return ResultOk;
 }
@@ -124,7 +124,7 @@ ResultCode StandInView::OpenDevToolsWindow() {
 }
 
 ResultCode StandInView::PostWebMessageAsString(std::optional<std::u16string_view> text) {
-  const std::string posted = text ? ToUtf8(*text) : "(null)";
+  const std::string posted = text ? Utf16ToUtf8(*text) : "(null)";
   Record("PostWebMessageAsString(" + posted + ")");
   postedMessages.push_back(posted);
   return text ? ResultOk : ResultInvalidArgument;
@@ -181,8 +181,8 @@ ResultCode StandInEnvironment::CreateController(WindowHandle parent,
 ResultCode StandInBrowser::CreateEnvironment(std::u16string_view browserFolder,
                                              std::u16string_view userDataFolder,
                                              EnvironmentCompletion completion) {
-  log_.push_back("loader.CreateEnvironment(" + ToUtf8(browserFolder) + ", " +
-                 ToUtf8(userDataFolder) + ")");
+  log_.push_back("loader.CreateEnvironment(" + Utf16ToUtf8(browserFolder) + ", " +
+                 Utf16ToUtf8(userDataFolder) + ")");
   if (loaderAnswer >= 0) environments_.push_back(std::move(completion));
   return loaderAnswer;
 }

@@ -1,6 +1,6 @@
 #include "browser/standin/standin_platform.h"
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 
@@ -29,8 +29,8 @@ std::optional<std::u16string> StandInPlatform::LocalAppDataFolder() {
 }
 
 void StandInPlatform::CreateFolder(std::u16string_view path) {
-  log_.push_back("CreateFolder(" + ToUtf8(path) + ")");
-  createdFolders.push_back(ToUtf8(path));
+  log_.push_back("CreateFolder(" + Utf16ToUtf8(path) + ")");
+  createdFolders.push_back(Utf16ToUtf8(path));
 }
 
 }  // namespace qrl

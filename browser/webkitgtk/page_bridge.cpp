@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 
@@ -48,7 +48,7 @@ std::string ScriptStringLiteral(std::u16string_view text) {
     }
   }
   escaped += u'"';
-  return ToUtf8(escaped);
+  return Utf16ToUtf8(escaped);
 }
 
 std::string DeliverMessageScript(std::u16string_view text) {

@@ -16,7 +16,7 @@
 #include "browser/webkitgtk/gtk_session.h"
 #include "browser/webkitgtk/webkit_view.h"
 #include "browser/webkitgtk/window_lookup.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -131,7 +131,7 @@ class WebKitBrowser final : public BrowserComponent {
   ResultCode CreateEnvironment(std::u16string_view, std::u16string_view userDataFolder,
                                EnvironmentCompletion completion) override {
     if (!EnsureGtk()) return ResultFailed;
-    auto environment = std::make_shared<WebKitEnvironment>(ToUtf8(userDataFolder));
+    auto environment = std::make_shared<WebKitEnvironment>(Utf16ToUtf8(userDataFolder));
     RunLater([environment = std::move(environment), completion = std::move(completion)] {
       completion(ResultOk, environment);
     });

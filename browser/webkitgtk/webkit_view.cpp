@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "browser/webkitgtk/page_bridge.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -57,7 +57,7 @@ std::u16string ValueAsJson(JSCValue* value) {
     if (JSCContext* context = jsc_value_get_context(value)) jsc_context_clear_exception(context);
     return u"null";
   }
-  std::u16string text = FromUtf8(json);
+  std::u16string text = Utf8ToUtf16(json);
   g_free(json);
   return text;
 }
@@ -131,13 +131,13 @@ void WebKitView::RequestIssued() { ++requestsNotStarted_; }
 
 ResultCode WebKitView::Navigate(std::u16string_view url) {
   RequestIssued();
-  webkit_web_view_load_uri(view_, ToUtf8(url).c_str());
+  webkit_web_view_load_uri(view_, Utf16ToUtf8(url).c_str());
   return ResultOk;
 }
 
 ResultCode WebKitView::NavigateToString(std::u16string_view markup) {
   RequestIssued();
-  webkit_web_view_load_html(view_, ToUtf8(markup).c_str(), nullptr);
+  webkit_web_view_load_html(view_, Utf16ToUtf8(markup).c_str(), nullptr);
   return ResultOk;
 }
 
@@ -163,7 +163,7 @@ ResultCode WebKitView::AddWebMessageReceived(WebMessageHandler handler) {
 
 ResultCode WebKitView::AddScriptToExecuteOnDocumentCreated(std::u16string_view script) {
   WebKitUserScript* userScript =
-      webkit_user_script_new(ToUtf8(script).c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+      webkit_user_script_new(Utf16ToUtf8(script).c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
                              WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
   webkit_user_content_manager_add_script(content_, userScript);
   webkit_user_script_unref(userScript);
@@ -171,13 +171,13 @@ ResultCode WebKitView::AddScriptToExecuteOnDocumentCreated(std::u16string_view s
 }
 
 ResultCode WebKitView::ExecuteScript(std::u16string_view script, ScriptCompletion completion) {
-  RunScript(view_, ToUtf8(script), std::move(completion));
+  RunScript(view_, Utf16ToUtf8(script), std::move(completion));
   return ResultOk;
 }
 
 std::u16string WebKitView::GetSource() {
   const gchar* uri = webkit_web_view_get_uri(view_);
-  return uri ? FromUtf8(uri) : std::u16string();
+  return uri ? Utf8ToUtf16(uri) : std::u16string();
 }
 
 bool WebKitView::CanGoBack() { return webkit_web_view_can_go_back(view_); }
@@ -289,7 +289,7 @@ void WebKitView::OnScriptMessage(WebKitUserContentManager*, WebKitJavascriptResu
   std::optional<std::u16string> text;
   if (value && jsc_value_is_string(value)) {
     gchar* utf8 = jsc_value_to_string(value);
-    text = FromUtf8(utf8);
+    text = Utf8ToUtf16(utf8);
     g_free(utf8);
   }
   const StringMessage args(std::move(text));

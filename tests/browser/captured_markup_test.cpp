@@ -3,7 +3,7 @@
 #include <string>
 
 #include "browser/captured_markup.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -34,7 +34,7 @@ TEST(CapturedMarkup, GivesTheParserTheseBytes) {
       {u"a\\u12", "au12"},
       {u"a\\uZZZZb", std::string("a\0b", 3)},
   };
-  for (const Case& c : cases) EXPECT_EQ(CapturedMarkup(c.json), c.bytes) << ToUtf8(c.json);
+  for (const Case& c : cases) EXPECT_EQ(CapturedMarkup(c.json), c.bytes) << Utf16ToUtf8(c.json);
 }
 
 // Long runs cross the writer's chunks.

@@ -1,7 +1,7 @@
 #include <string>
 #include <vector>
 
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 #include "tests/browser/browser_fixture.h"
 
 namespace qrl::testing {
@@ -118,7 +118,7 @@ TEST_F(CaptureFlowTest, ExecuteScriptPrintsTheAnswerAndLeavesTheDocument) {
   for (const Case& c : cases) {
     log.clear();
     EXPECT_EQ(Call("wvexecutescript", {c.script}), Value::Integer(1));
-    EXPECT_THAT(log, ElementsAre("view1.ExecuteScript(" + ToUtf8(c.script) + ")"));
+    EXPECT_THAT(log, ElementsAre("view1.ExecuteScript(" + Utf16ToUtf8(c.script) + ")"));
     ::testing::internal::CaptureStdout();
     AnswerScript(c.json, c.code);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), c.line);

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "browser/url_rule.h"
-#include "browser/wide_text.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -29,31 +29,8 @@ TEST(NormalizeUrl, GivesTheUrlToLoad) {
       {u"http:/a", u"https://http:/a"},
       {u"files://a", u"https://files://a"},
   };
-  for (const Case& c : cases) 
-    EXPECT_EQ(ToUtf8(NormalizeUrl(c.input)), ToUtf8(c.expected)) << ToUtf8(c.input);
-}
-
-TEST(WideText, ProperUtf8JoinsPairsReplacesLoneHalvesAndComesBack) {
-  EXPECT_EQ(ToUtf8(u"\xD83Dx\xDE00"), "\xEF\xBF\xBDx\xEF\xBF\xBD");
-  const std::u16string units = u"a\u00e9\u20ac\xD83D\xDE00z";
-  EXPECT_EQ(ToUtf8(units), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z");
-  EXPECT_EQ(FromUtf8(ToUtf8(units)), units);
-}
-
-TEST(WideText, BrokenUtf8BecomesReplacementCharacters) {
-  struct Case {
-    std::string bytes;
-    std::u16string expected;
-  };
-  const Case cases[] = {
-      {"\x80", u"\xFFFD"},                       // continuation without a lead
-      {"\xC3x\xC3", u"\xFFFDx\xFFFD"},           // cut short
-      {"\xC0\xAF", u"\xFFFD\xFFFD"},             // overlong two-byte form
-      {"\xE0\x80\xAF", u"\xFFFD"},               // overlong three-byte form
-      {"\xED\xA0\xBD", u"\xFFFD"},               // an encoded surrogate
-      {"\xF4\x90\x80\x80", u"\xFFFD"},           // beyond the last code point
-  };
-  for (const Case& c : cases) EXPECT_EQ(FromUtf8(c.bytes), c.expected) << c.bytes;
+  for (const Case& c : cases)
+    EXPECT_EQ(Utf16ToUtf8(NormalizeUrl(c.input)), Utf16ToUtf8(c.expected)) << Utf16ToUtf8(c.input);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "lantern/unicode_text.h"
+#include "commands/unicode_text.h"
 
 #include <gtest/gtest.h>
 
