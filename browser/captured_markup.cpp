@@ -108,17 +108,6 @@ class UnitWriter {
   std::size_t lastUnitBytes_ = 0;
 };
 
-// The unit that a two-unit escape stands for, as UnescapeJsonText reads it:
-// the three control letters, and otherwise the escaped unit itself.
-char16_t SimpleEscapeUnit(char16_t escaped) {
-  switch (escaped) {
-    case u'n': return u'\n';
-    case u'r': return u'\r';
-    case u't': return u'\t';
-    default: return escaped;
-  }
-}
-
 // What one escape at the start of `text` stands for, and how many units it
 // takes; `text` begins with a backslash that is not the last unit. The rare
 // \u escape is read by UnescapeJsonText itself, with all its leniency.
@@ -126,7 +115,7 @@ std::size_t ReadEscape(std::u16string_view text, char16_t& unit, bool& hasUnit) 
   const char16_t escaped = text[1];
   hasUnit = true;
   if (escaped != u'u') {
-    unit = SimpleEscapeUnit(escaped);
+    unit = JsonEscapeUnit(escaped);
     return 2;
   }
   if (text.size() >= UnicodeEscapeLength) {

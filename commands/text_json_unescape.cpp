@@ -47,7 +47,9 @@ char16_t ReadEscapedUnit(std::u16string_view digits) {
   return static_cast<char16_t>(static_cast<std::uint32_t>(value) & 0xFFFF);
 }
 
-char16_t SimpleEscapeUnit(char16_t unit) {
+}  // namespace
+
+char16_t JsonEscapeUnit(char16_t unit) {
   switch (unit) {
     case u'n': return u'\n';
     case u'r': return u'\r';
@@ -57,8 +59,6 @@ char16_t SimpleEscapeUnit(char16_t unit) {
     default: return unit;
   }
 }
-
-}  // namespace
 
 std::u16string UnescapeJsonText(std::u16string_view text) {
   std::u16string result;
@@ -75,7 +75,7 @@ std::u16string UnescapeJsonText(std::u16string_view text) {
     result.append(text.substr(i, backslash - i));
     const char16_t escaped = text[backslash + 1];
     if (escaped != u'u') {
-      result.push_back(SimpleEscapeUnit(escaped));
+      result.push_back(JsonEscapeUnit(escaped));
       i = backslash + 2;
     } else if (backslash + kUnicodeEscapeLength <= text.size()) {
       result.push_back(ReadEscapedUnit(text.substr(backslash + 2, 4)));

@@ -15,6 +15,8 @@ enum class TrimSide : char { Left = 'L', Right = 'R', Both = 'B' };
 extern const std::map<std::string, std::string> EntityTable;
 
 std::u16string UnescapeJsonText(std::u16string_view text);
+// The unit that a two-unit escape (a backslash and `escaped`, not u) stands for.
+char16_t JsonEscapeUnit(char16_t escaped);
 std::vector<std::string> SplitWords(std::string_view text);
 std::vector<std::string> SplitFields(char delimiter, int keepEmpty, int fieldCount,
                                      std::string_view text);
