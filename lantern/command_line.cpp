@@ -6,20 +6,25 @@
 namespace qrl {
 
 const char* const LanternUsage =
-    "usage: lantern [--module PATH] [--host-version N] [--headless] SCRIPT.lua [ARGS...]\n"
-    "       lantern [--module PATH] [--host-version N] [--headless] -e CODE [ARGS...]\n"
+    "usage: lantern [--module PATH] [--host-version N] [--headless] [-i] SCRIPT.lua [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] [--headless] [-i] -e CODE [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] [--headless] -i\n"
     "       lantern [--module PATH] [--host-version N] --list\n"
+    "       lantern [--module PATH] --version\n"
     "       lantern --help\n"
     "\n"
     "Runs a Lua 5.4 script with the extender module loaded. Every function of\n"
     "the module is a global under its announced name (wvparse, ...), every\n"
     "constant a global under its name without the \"@\" (wv2version, ...).\n"
     "\n"
-    "  --module PATH       the module to load (default: qrlantern.so beside lantern)\n"
+    "  --module PATH       the module to load (default: qrlantern.so beside lantern,\n"
+    "                      or in ../lib/qrlantern/ from it once installed)\n"
     "  --host-version N    the host version announced to the module (default 1011)\n"
     "  --headless          run windows on a private Xvfb display even when there is one\n"
     "  -e CODE             run CODE instead of a script file\n"
+    "  -i                  a prompt (after the script, if one is given); Ctrl-D ends it\n"
     "  --list              print the module's functions and constants\n"
+    "  --version           print the versions of lantern and of the module\n"
     "  --help              print this text\n"
     "  SCRIPT.lua          the script; \"-\" reads it from standard input\n"
     "  ARGS                the script's arguments, in the global table arg\n";
@@ -59,6 +64,11 @@ LanternOptions ParseCommandLine(std::span<const char* const> argv) {
       return options;
     } else if (word == "--list") {
       options.mode = LanternOptions::Mode::List;
+    } else if (word == "--version") {
+      options.mode = LanternOptions::Mode::Version;
+      return options;
+    } else if (word == "-i") {
+      options.interactive = true;
     } else if (word == "-e") {
       options.mode = LanternOptions::Mode::Code;
       options.scriptIndex = i;
@@ -82,7 +92,13 @@ LanternOptions ParseCommandLine(std::span<const char* const> argv) {
       return options;
     }
   }
-  if (options.mode != LanternOptions::Mode::List) throw UsageError("no script given");
+  if (options.mode == LanternOptions::Mode::List) return options;
+  if (!options.interactive) throw UsageError("no script given");
+  // The prompt alone: arg[0] is lantern itself, as for a stand-alone Lua
+  // interpreter started without a script.
+  options.mode = LanternOptions::Mode::Interactive;
+  options.scriptIndex = 0;
+  options.argsStart = count;
   return options;
 }
 

@@ -14,13 +14,16 @@ struct LanternOptions {
   enum class Mode {
     Script,  // run a script file ("-" reads it from standard input)
     Code,    // run the code given with -e
-    List,    // print the module's vocabulary
+    List,         // print the module's vocabulary
+    Interactive,  // only the prompt, no script before it
+    Version,      // print lantern's version and the module's
     Help,
   };
   Mode mode = Mode::Help;
   std::string modulePath;  // empty: the module beside the lantern binary
   std::optional<std::uintptr_t> hostVersion;
   bool headless = false;  // run on a private X server even when there is a display
+  bool interactive = false;  // a prompt after the script (or alone, in Mode::Interactive)
   std::string script;  // the file, or the code of -e
   // The whole command line as the script sees it in arg: the word at
   // scriptIndex is arg[0] (the script's name, or "-e"), the words from

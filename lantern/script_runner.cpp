@@ -4,8 +4,10 @@
 
 #include <climits>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
+#include "lantern/interactive_prompt.h"
 #include "lantern/lua_extensions.h"
 #include "lantern/lua_module_globals.h"
 #include "lantern/lua_session.h"
@@ -19,13 +21,28 @@ namespace {
 
 constexpr const char* ModuleFileName = "qrlantern.so";
 
-// The module beside the running lantern binary, wherever it was started from.
-std::string DefaultModulePath() {
+bool FileExists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
+
+std::string ExecutableFolder() {
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
-  if (length <= 0) return ModuleFileName;
+  if (length <= 0) return "";
   const std::string executable(path, static_cast<std::size_t>(length));
-  return executable.substr(0, executable.rfind('/') + 1) + ModuleFileName;
+  return executable.substr(0, executable.rfind('/') + 1);
+}
+
+// The module beside the running lantern binary, as in a build tree, or where
+// an installation puts it relative to lantern, wherever it was started from.
+// When neither is there, the path beside lantern is the one an error names.
+std::string DefaultModulePath() {
+  const std::string folder = ExecutableFolder();
+  if (folder.empty()) return ModuleFileName;
+  const std::string beside = folder + ModuleFileName;
+  const std::string installed =
+      std::filesystem::path(folder + QRL_MODULE_DIR_FROM_BIN "/" + ModuleFileName)
+          .lexically_normal()
+          .string();
+  return !FileExists(beside) && FileExists(installed) ? installed : beside;
 }
 
 // Every extension's startup hook when made, every shutdown hook when gone,
@@ -162,7 +179,23 @@ int RunChunk(lua_State* L, const LanternOptions& options) {
   return 1;
 }
 
-int RunScript(ModuleHost& host, const LanternOptions& options) {
+// lantern's own version, and the answer of the module it would load to the
+// host's version question. Needs no display: nothing but the load runs.
+int PrintVersions(const std::string& modulePath) {
+  std::printf("lantern %s\n", QRL_LANTERN_VERSION);
+  try {
+    const ModuleHost::VersionInfo version = ModuleHost::Load(modulePath)->versionInfo();
+    std::printf("module %s: version %ld, %s\n", modulePath.c_str(),
+                static_cast<long>(version.number), version.description.c_str());
+    return 0;
+  } catch (const std::exception& error) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "lantern: %s\n", error.what());
+    return 1;
+  }
+}
+
+int RunScript(ModuleHost& host, const LanternOptions& options, const std::string& modulePath) {
   LuaStatePtr state(luaL_newstate());
   if (!state) {
     std::fprintf(stderr, "lantern: cannot create a Lua state\n");
@@ -176,8 +209,15 @@ int RunScript(ModuleHost& host, const LanternOptions& options) {
   InstallModuleGlobals(L);
   InstallLanternTable(L);
   SetArgTable(L, options);
-  int status = RunChunk(L, options);
+  int status = options.mode == LanternOptions::Mode::Interactive ? 0 : RunChunk(L, options);
   ShowNewContractFaults(session);
+  // The prompt opens after a failed script too: its state is there to be
+  // looked at. The exit status stays the script's.
+  if (options.interactive) {
+    const std::string greeting = "lantern " QRL_LANTERN_VERSION " with the module " + modulePath +
+                                 "; Ctrl-D ends\n";
+    RunPrompt(L, session, greeting.c_str());
+  }
   // Errors that arrived while no module call was running, after the last one.
   for (const std::string& error : session.pendingErrors) {
     std::fprintf(stderr, "lantern: %s\n", error.c_str());
@@ -195,12 +235,13 @@ int RunLantern(const LanternOptions& options) {
     std::fputs(LanternUsage, stdout);
     return 0;
   }
+  const std::string modulePath =
+      options.modulePath.empty() ? DefaultModulePath() : options.modulePath;
+  if (options.mode == LanternOptions::Mode::Version) return PrintVersions(modulePath);
   // Lines come out as they are printed, so that the script's output and what
   // the module writes to the error stream keep their order in a log.
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   ExtensionLifetime extensions;
-  const std::string modulePath =
-      options.modulePath.empty() ? DefaultModulePath() : options.modulePath;
   std::unique_ptr<ModuleHost> host;
   try {
     host = ModuleHost::Load(modulePath);
@@ -215,7 +256,7 @@ int RunLantern(const LanternOptions& options) {
     PrintVocabulary(*host, modulePath);
     return 0;
   }
-  const int status = RunScript(*host, options);
+  const int status = RunScript(*host, options, modulePath);
   std::fflush(stdout);
   return status;
 }

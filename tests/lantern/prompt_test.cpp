@@ -1,0 +1,188 @@
+// lantern -i as a person at a terminal sees it: lantern runs on a
+// pseudo-terminal, the test types lines and reads what comes back.
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+class TerminalSession {
+ public:
+  // Starts lantern with these arguments on a new pseudo-terminal.
+  TerminalSession(std::vector<std::string> args, const std::filesystem::path& history) {
+    args.insert(args.begin(), QRL_LANTERN);
+    pid_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+    if (pid_ == 0) {
+      setenv("LANTERN_HISTORY", history.c_str(), 1);
+      setenv("QRLANTERN_NO_DIALOGS", "1", 1);
+      setenv("TERM", "xterm", 1);
+      std::vector<char*> argv;
+      for (std::string& arg : args) argv.push_back(arg.data());
+      argv.push_back(nullptr);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+  }
+  ~TerminalSession() {
+    if (pid_ > 0 && !exited_) {
+      kill(pid_, SIGKILL);
+      waitpid(pid_, nullptr, 0);
+    }
+    if (terminal_ >= 0) close(terminal_);
+  }
+
+  void Type(const std::string& keys) {
+    ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+  }
+
+  // Reads the screen until `text` shows up after what earlier waits
+  // consumed; the screen so far is in the failure message.
+  ::testing::AssertionResult WaitFor(const std::string& text, Clock::duration limit = 20s) {
+    const Clock::time_point end = Clock::now() + limit;
+    for (;;) {
+      const std::size_t found = screen_.find(text, consumed_);
+      if (found != std::string::npos) {
+        consumed_ = found + text.size();
+        return ::testing::AssertionSuccess();
+      }
+      if (Clock::now() >= end || !ReadSome(end)) {
+        return ::testing::AssertionFailure()
+               << "no \"" << text << "\" on the screen:\n" << screen_.substr(consumed_);
+      }
+    }
+  }
+
+  // Waits for lantern to end; its exit status, or -1 when it did not end.
+  int ExitStatus(Clock::duration limit = 10s) {
+    const Clock::time_point end = Clock::now() + limit;
+    while (Clock::now() < end) {
+      int status = 0;
+      if (waitpid(pid_, &status, WNOHANG) == pid_) {
+        exited_ = true;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+      }
+      ReadSome(Clock::now() + 50ms);
+    }
+    return -1;
+  }
+
+ private:
+  bool ReadSome(Clock::time_point end) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    pollfd entry{terminal_, POLLIN, 0};
+    if (poll(&entry, 1, static_cast<int>(std::max<long>(left.count(), 0))) <= 0) return true;
+    char buffer[4096];
+    const ssize_t count = read(terminal_, buffer, sizeof buffer);
+    if (count <= 0) return false;  // lantern has gone
+    screen_.append(buffer, static_cast<std::size_t>(count));
+    return true;
+  }
+
+  pid_t pid_ = -1;
+  int terminal_ = -1;
+  bool exited_ = false;
+  std::string screen_;
+  std::size_t consumed_ = 0;
+};
+
+class Prompt : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::temp_directory_path() /
+              ("lantern-prompt-" + std::to_string(getpid()) + "-" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    std::filesystem::create_directories(folder_);
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::filesystem::path History() const { return folder_ / "history"; }
+  std::filesystem::path folder_;
+};
+
+TEST_F(Prompt, ListsResultsKeepsGoingAfterErrorsAndEndsOnCtrlD) {
+  TerminalSession lantern({"-i"}, History());
+  ASSERT_TRUE(lantern.WaitFor("Ctrl-D ends"));
+  ASSERT_TRUE(lantern.WaitFor("lantern> "));
+  const struct {
+    std::string typed;
+    std::string shown;
+  } lines[] = {
+      {R"(wvparse('<p id="a" class="x y x" title="caf&eacute;">Hi</p><p>2</p>'))", "\r\n0\r\n"},
+      {R"(wvgetelementbyid(0, "a"))", "\r\n1\r\n"},
+      // Texts are quoted, so that a text "-1" cannot pass for the integer.
+      {"wvgetinnertext(1), wvgetinnertext(-1)", "\"Hi\"\t-1"},
+      {"wvgetclasses(1)", R"({"x", "y", "x"})"},
+      {"wvgetattributes(1)", R"({class = "x y x", id = "a", title = "caf&eacute;"})"},
+      {"wvgetelementsbytagname(0, 'p')", "{2, 3}"},
+      {"wvgetattributes(-1)", "\r\n{}\r\n"},
+      // An error names its line and the prompt carries on.
+      {"error('boom')", "lantern: stdin:1: boom"},
+      {"wvgetelementbyid(0)", "wvgetelementbyid takes"},
+      {"for i = 1, 2 do\r", "      >> "},  // the statement goes on
+      {"io.write(i * 7, ' ') end", "7 14 "},
+      {"x = 6 * 7; return x", "\r\n42\r\n"},
+  };
+  for (const auto& line : lines) {
+    const bool continued = line.typed.ends_with('\r');
+    lantern.Type(continued ? line.typed : line.typed + "\r");
+    EXPECT_TRUE(lantern.WaitFor(line.shown)) << line.typed;
+    if (!continued) {
+      ASSERT_TRUE(lantern.WaitFor("lantern> ")) << line.typed;
+    }
+  }
+  // The arrow up brings the last line back.
+  lantern.Type("\x1b[A\r");
+  EXPECT_TRUE(lantern.WaitFor("\r\n42\r\n"));
+  ASSERT_TRUE(lantern.WaitFor("lantern> "));
+  lantern.Type("\x04");
+  EXPECT_EQ(lantern.ExitStatus(), 0);
+
+  std::ifstream history(History());
+  std::stringstream kept;
+  kept << history.rdbuf();
+  EXPECT_NE(kept.str().find("wvgetclasses(1)"), std::string::npos) << kept.str();
+}
+
+// The prompt follows a script in the state it left, and keeps the message
+// loop running while it waits: the page loads with nobody typing.
+TEST_F(Prompt, KeepsTheBrowserGoingWhileItWaitsForALine) {
+  if (!QRL_LIVE_BROWSER) GTEST_SKIP() << "this build has no browser";
+  const std::filesystem::path script = folder_ / "open.lua";
+  std::ofstream(script) << "window = lantern.window{width = 640, height = 480}\n"
+                           "wvcreate(window, 'file://" QRL_PAGE "', window)\n";
+  TerminalSession lantern({"--headless", "-i", script.string()}, History());
+  ASSERT_TRUE(lantern.WaitFor("lantern> "));
+  bool loaded = false;
+  for (int attempt = 0; attempt < 60 && !loaded; ++attempt) {
+    std::this_thread::sleep_for(500ms);
+    lantern.Type("lantern.text(window)\r");
+    ASSERT_TRUE(lantern.WaitFor("\r\n\""));
+    loaded = lantern.WaitFor("NavComplete\"\r\n", 1s);
+    ASSERT_TRUE(lantern.WaitFor("lantern> "));
+  }
+  ASSERT_TRUE(loaded) << "the page never arrived while the prompt waited";
+  lantern.Type("wvgetinnertext(wvgetelementbyid(0, 'title'))\r");
+  EXPECT_TRUE(lantern.WaitFor("\"Lantern Harbour\""));
+  lantern.Type("wvurl()\r");
+  EXPECT_TRUE(lantern.WaitFor("\"file://" QRL_PAGE "\""));
+  lantern.Type("\x04");
+  EXPECT_EQ(lantern.ExitStatus(), 0);
+}
+
+}  // namespace
