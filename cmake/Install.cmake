@@ -2,7 +2,8 @@
 # CPack makes of it (scripts/package):
 #   bin/lantern                         the reference host
 #   lib/qrlantern/qrlantern.so          the module, where lantern looks for it
-#   share/doc/qrlantern/                the reference, the license, the examples
+#   share/doc/qrlantern/                the reference and its pages, the license,
+#                                       the examples
 #   share/man/man1/lantern.1            the manual page
 install(TARGETS qrlantern LIBRARY DESTINATION ${QRL_INSTALL_MODULEDIR})
 if(TARGET lantern)
@@ -13,6 +14,8 @@ install(FILES README.md LICENSE docs/functions.md DESTINATION ${QRL_INSTALL_DOCD
 # Where a Debian system looks for a package's license.
 install(FILES LICENSE DESTINATION ${QRL_INSTALL_DOCDIR} RENAME copyright)
 install(DIRECTORY examples DESTINATION ${QRL_INSTALL_DOCDIR})
+# The pages that the reference's examples open, beside the reference.
+install(DIRECTORY docs/pages DESTINATION ${QRL_INSTALL_DOCDIR})
 
 set(CPACK_PACKAGE_NAME qrlantern)
 set(CPACK_PACKAGE_VENDOR "qrLantern")
