@@ -181,6 +181,9 @@ TEST_F(Prompt, KeepsTheBrowserGoingWhileItWaitsForALine) {
   EXPECT_TRUE(lantern.WaitFor("\"Lantern Harbour\""));
   lantern.Type("wvurl()\r");
   EXPECT_TRUE(lantern.WaitFor("\"file://" QRL_PAGE "\""));
+  // Typed ahead of the prompt, Ctrl-D would reach the terminal while it is
+  // not in line-editing mode, and be lost there, as in any shell.
+  ASSERT_TRUE(lantern.WaitFor("lantern> "));
   lantern.Type("\x04");
   EXPECT_EQ(lantern.ExitStatus(), 0);
 }
