@@ -43,8 +43,8 @@ class TimingPlatform : public BrowserPlatform {
     return BuiltInPlatform().GetClientRect(window);
   }
   void PumpOneMessage() override { BuiltInPlatform().PumpOneMessage(); }
-  void ShowMessageBox(std::string_view text, std::string_view title) override {
-    BuiltInPlatform().ShowMessageBox(text, title);
+  void ShowMessageBox(std::string_view text, std::string_view title, TextWidth width) override {
+    BuiltInPlatform().ShowMessageBox(text, title, width);
   }
   std::optional<std::u16string> LocalAppDataFolder() override {
     return BuiltInPlatform().LocalAppDataFolder();

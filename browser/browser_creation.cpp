@@ -70,7 +70,7 @@ void ReportLoaderFailure(ResultCode result) {
   char text[256];
   std::snprintf(text, sizeof text, "WebView2 failed with HRESULT: 0x%08X",
                 static_cast<unsigned>(result));
-  ActivePlatform().ShowMessageBox(text, "Error");
+  ActivePlatform().ShowMessageBox(text, "Error", BrowserPlatform::TextWidth::Narrow);
 }
 
 }  // namespace
@@ -100,7 +100,8 @@ void CDOM::CreateBrowser() {
   BrowserPlatform& platform = ActivePlatform();
   const std::optional<std::u16string> appData = platform.LocalAppDataFolder();
   if (!appData) {
-    platform.ShowMessageBox("Failed to get the AppData\\Local path.", "Note");
+    platform.ShowMessageBox("Failed to get the AppData\\Local path.", "Note",
+                            BrowserPlatform::TextWidth::Wide);
     return;
   }
   std::u16string userDataFolder = *appData;

@@ -21,8 +21,11 @@ class BrowserPlatform {
   virtual ClientRect GetClientRect(WindowHandle window) = 0;
   // Handles at most one pending message or event, without waiting.
   virtual void PumpOneMessage() = 0;
-  // Shows a modal note with an OK button. Texts are UTF-8.
-  virtual void ShowMessageBox(std::string_view text, std::string_view title) = 0;
+  // Shows a modal note with an OK button. Texts are UTF-8; `width` says
+  // whether the Windows form takes them as wide or as narrow text, as each
+  // message has always been shown.
+  enum class TextWidth { Wide, Narrow };
+  virtual void ShowMessageBox(std::string_view text, std::string_view title, TextWidth width) = 0;
   // The folder for per-user application data, or nothing when unknown.
   virtual std::optional<std::u16string> LocalAppDataFolder() = 0;
   // The separator between a folder and a name inside it.

@@ -4,7 +4,13 @@ option(QRL_BUILD_TESTS "Build the unit tests" ON)
 option(QRL_BUILD_BENCH "Build the benchmarks" OFF)
 option(QRL_SANITIZE "Build with AddressSanitizer and UBSan" OFF)
 option(QRL_BUILD_FUZZ "Build the libFuzzer targets (clang only; implies the sanitizers)" OFF)
-set(QRL_BROWSER "webkitgtk" CACHE STRING "Browser component: webkitgtk or none")
+# The Windows DLL has no browser component yet.
+if(WIN32)
+  set(default_browser none)
+else()
+  set(default_browser webkitgtk)
+endif()
+set(QRL_BROWSER ${default_browser} CACHE STRING "Browser component: webkitgtk or none")
 set_property(CACHE QRL_BROWSER PROPERTY STRINGS webkitgtk none)
 
 # Warnings are errors on our own code only; imported targets keep their flags.
@@ -23,4 +29,13 @@ if(QRL_BUILD_FUZZ)
     message(FATAL_ERROR "QRL_BUILD_FUZZ needs clang++ (use the fuzz preset)")
   endif()
   add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# The Windows DLL and the test programs import only what every Windows has:
+# the C++ runtime, libgcc and the threading library go inside them.
+if(WIN32)
+  add_link_options(-static)
+  # GCC 12 at -O2 warns about std::string copies in its own headers that
+  # cannot overlap (GCC bug 105329); the Release builds of the DLL meet it.
+  target_compile_options(qrl_warnings INTERFACE -Wno-restrict)
 endif()

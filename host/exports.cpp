@@ -2,11 +2,8 @@
 // forwards its words untouched; nothing thrown inside may reach the host.
 #include "host/cdom.h"
 
-#if defined(_WIN32)
-#define QRL_EXPORT __declspec(dllexport)
-#else
-#define QRL_EXPORT __attribute__((visibility("default")))
-#endif
+// How an export is marked is the build's choice (QRL_EXPORT): the ELF
+// module marks both visible, the Windows DLL lists them in its .def file.
 
 namespace qrl {
 

@@ -2,7 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -24,11 +23,5 @@ std::optional<std::u16string> UserDataHome() {
 }
 
 void MakeFolder(std::u16string_view path) { ::mkdir(Utf16ToUtf8(path).c_str(), 0700); }
-
-void WriteMessageBoxLine(std::string_view text, std::string_view title) {
-  const std::string line = std::string(title) + ": " + std::string(text) + "\n";
-  std::fwrite(line.data(), 1, line.size(), stderr);
-  std::fflush(stderr);
-}
 
 }  // namespace qrl

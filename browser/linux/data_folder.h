@@ -1,4 +1,4 @@
-// File-system and standard-error pieces that every Linux platform shares.
+// File-system pieces that every Linux platform shares.
 #pragma once
 
 #include <optional>
@@ -13,9 +13,5 @@ std::optional<std::u16string> UserDataHome();
 
 // mkdir with the usual mode; an existing folder or a failure is not reported.
 void MakeFolder(std::u16string_view path);
-
-// A message box always leaves its text on standard error as well, so that it
-// is seen where no one can click.
-void WriteMessageBoxLine(std::string_view text, std::string_view title);
 
 }  // namespace qrl

@@ -4,6 +4,7 @@
 
 #include "browser/browser_platform.h"
 #include "browser/linux/data_folder.h"
+#include "browser/message_box_line.h"
 #include "commands/unicode_text.h"
 
 namespace qrl {
@@ -14,7 +15,7 @@ class PlainPlatform : public BrowserPlatform {
   void SetWindowText(WindowHandle, std::string_view) override {}
   ClientRect GetClientRect(WindowHandle) override { return {}; }
   void PumpOneMessage() override {}
-  void ShowMessageBox(std::string_view text, std::string_view title) override {
+  void ShowMessageBox(std::string_view text, std::string_view title, TextWidth) override {
     WriteMessageBoxLine(text, title);
   }
   std::optional<std::u16string> LocalAppDataFolder() override { return UserDataHome(); }

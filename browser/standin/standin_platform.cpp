@@ -18,8 +18,10 @@ ClientRect StandInPlatform::GetClientRect(WindowHandle window) {
 
 void StandInPlatform::PumpOneMessage() { log_.push_back("PumpOneMessage"); }
 
-void StandInPlatform::ShowMessageBox(std::string_view text, std::string_view title) {
-  log_.push_back("ShowMessageBox(" + std::string(title) + ": " + std::string(text) + ")");
+void StandInPlatform::ShowMessageBox(std::string_view text, std::string_view title,
+                                     TextWidth width) {
+  log_.push_back(std::string(width == TextWidth::Wide ? "ShowMessageBoxW(" : "ShowMessageBoxA(") +
+                 std::string(title) + ": " + std::string(text) + ")");
   messageBoxes.push_back(std::string(title) + ": " + std::string(text));
 }
 

@@ -31,7 +31,7 @@ class StandInPlatform : public BrowserPlatform {
   void SetWindowText(WindowHandle window, std::string_view text) override;
   ClientRect GetClientRect(WindowHandle window) override;
   void PumpOneMessage() override;
-  void ShowMessageBox(std::string_view text, std::string_view title) override;
+  void ShowMessageBox(std::string_view text, std::string_view title, TextWidth width) override;
   std::optional<std::u16string> LocalAppDataFolder() override;
   char16_t FolderSeparator() const override { return u'/'; }
   void CreateFolder(std::u16string_view path) override;

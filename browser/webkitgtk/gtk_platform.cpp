@@ -3,22 +3,16 @@
 // message box is a modal GTK dialog.
 #include <gtk/gtk.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "browser/browser_platform.h"
 #include "browser/linux/data_folder.h"
+#include "browser/message_box_line.h"
 #include "browser/webkitgtk/gtk_session.h"
 #include "browser/webkitgtk/window_lookup.h"
 
 namespace qrl {
 namespace {
-
-// Tests and headless runs set this: nobody would be there to press OK.
-bool DialogsAllowed() {
-  const char* noDialogs = std::getenv("QRLANTERN_NO_DIALOGS");
-  return !(noDialogs && std::string(noDialogs) == "1");
-}
 
 void RunDialog(std::string_view text, std::string_view title) {
   const std::string message(text);
@@ -59,9 +53,9 @@ class GtkPlatform : public BrowserPlatform {
     g_main_context_iteration(nullptr, FALSE);
   }
 
-  void ShowMessageBox(std::string_view text, std::string_view title) override {
+  void ShowMessageBox(std::string_view text, std::string_view title, TextWidth) override {
     WriteMessageBoxLine(text, title);
-    if (DialogsAllowed() && EnsureGtk()) RunDialog(text, title);
+    if (MessageBoxDialogsAllowed() && EnsureGtk()) RunDialog(text, title);
   }
 
   std::optional<std::u16string> LocalAppDataFolder() override { return UserDataHome(); }

@@ -68,11 +68,11 @@ TEST_F(CreationTest, MessageBoxesReportTheTwoFailuresAndTheResultStaysZero) {
   };
   const Case cases[] = {
       {std::nullopt, ResultOk,
-       {"LocalAppDataFolder", "ShowMessageBox(Note: Failed to get the AppData\\Local path.)"}},
+       {"LocalAppDataFolder", "ShowMessageBoxW(Note: Failed to get the AppData\\Local path.)"}},
       {u"/data", static_cast<ResultCode>(0x8000FFFFu),
        {"LocalAppDataFolder", "CreateFolder(/data/wvWebView2)",
         "loader.CreateEnvironment(.\\edge, /data/wvWebView2)",
-        "ShowMessageBox(Error: WebView2 failed with HRESULT: 0x8000FFFF)", "PumpOneMessage"}},
+        "ShowMessageBoxA(Error: WebView2 failed with HRESULT: 0x8000FFFF)", "PumpOneMessage"}},
   };
   for (const Case& c : cases) {
     log.clear();

@@ -20,7 +20,9 @@ std::unique_ptr<ModuleHost> FreshHost() {
   std::filesystem::copy_file(QRL_MODULE_PATH, copy,
                              std::filesystem::copy_options::overwrite_existing);
   auto host = ModuleHost::Load(copy.string());
-  std::filesystem::remove(copy);
+  // Windows keeps a loaded DLL's file; that copy stays in the temp folder.
+  std::error_code inUse;
+  std::filesystem::remove(copy, inUse);
   return host;
 }
 

@@ -1,0 +1,21 @@
+# Runs a Windows test program under wine in a new, empty wine prefix that is
+# removed afterwards, so that what it writes into the Windows folder or the
+# profile never meets another test.
+#
+#   cmake -DWINE=wine -DPROGRAM=x.exe [-DARGS=...] -P RunInFreshWinePrefix.cmake
+cmake_minimum_required(VERSION 3.25)
+string(RANDOM LENGTH 8 suffix)
+set(prefix "$ENV{TMPDIR}")
+if(prefix STREQUAL "")
+  set(prefix /tmp)
+endif()
+set(prefix "${prefix}/qrl-wine-${suffix}")
+set(ENV{WINEPREFIX} "${prefix}")
+set(ENV{WINEDEBUG} "-all")
+execute_process(COMMAND ${WINE} ${PROGRAM} ${ARGS} RESULT_VARIABLE status)
+# The prefix's server must be gone before its folder goes.
+execute_process(COMMAND wineserver -k)
+file(REMOVE_RECURSE "${prefix}")
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} under wine: ${status}")
+endif()
