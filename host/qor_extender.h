@@ -18,6 +18,7 @@
 #include "host/extender_base.h"
 #include "host/extender_exceptions.h"
 #include "host/module_version.h"
+#include "host/name_case.h"
 
 namespace qrl {
 
@@ -161,10 +162,7 @@ class CQorExtenderT : public CExtenderBase {
     info->argTypes = row.argTypes;
     info->spec = row.spec;
     info->nameLength = row.nameLength;
-    for (std::size_t i = 0; i <= row.nameLength; ++i) {
-      const char c = row.name[i];
-      info->name[i] = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-    }
+    CopyNameInLowerCase(info->name, row.name);
     return 1;
   }
 
