@@ -1,5 +1,8 @@
 #include "browser/webkitgtk/webkit_view.h"
 
+#include <cstdint>
+#include <cstdio>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,7 +11,27 @@
 #include "commands/unicode_text.h"
 
 namespace qrl {
+
+// The scripts that the page's process has not answered yet. WebKit answers
+// none of them once the process is gone, so the view fails them itself then;
+// an answer that still comes later finds nobody waiting.
+struct PendingScripts {
+  std::uint64_t nextTicket = 0;
+  std::map<std::uint64_t, ScriptCompletion> waiting;
+
+  void FailAll() {
+    std::map<std::uint64_t, ScriptCompletion> failed;
+    failed.swap(waiting);
+    for (auto& [ticket, completion] : failed) completion(ResultFailed, u"");
+  }
+};
+
 namespace {
+
+struct ScriptTicket {
+  std::weak_ptr<PendingScripts> scripts;
+  std::uint64_t ticket;
+};
 
 class WebKitSettingsObject final : public WebSettings {
  public:
@@ -62,31 +85,44 @@ std::u16string ValueAsJson(JSCValue* value) {
   return text;
 }
 
+// The completion waiting for this answer, taken out of the pending ones;
+// nothing when the script was failed already.
+std::optional<ScriptCompletion> TakeCompletion(const ScriptTicket& ticket) {
+  const std::shared_ptr<PendingScripts> scripts = ticket.scripts.lock();
+  if (!scripts) return std::nullopt;
+  const auto found = scripts->waiting.find(ticket.ticket);
+  if (found == scripts->waiting.end()) return std::nullopt;
+  ScriptCompletion completion = std::move(found->second);
+  scripts->waiting.erase(found);
+  return completion;
+}
+
 void OnScriptFinished(GObject* source, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<ScriptCompletion> completion(static_cast<ScriptCompletion*>(data));
+  const std::unique_ptr<ScriptTicket> ticket(static_cast<ScriptTicket*>(data));
   GError* error = nullptr;
   JSCValue* value =
       webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
+  g_clear_error(&error);
+  const std::optional<ScriptCompletion> completion = TakeCompletion(*ticket);
   if (!value) {
     // A script that throws, or that cannot run, is a failure of the request.
-    g_clear_error(&error);
-    (*completion)(ResultFailed, u"");
+    if (completion) (*completion)(ResultFailed, u"");
     return;
   }
-  const std::u16string json = ValueAsJson(value);
+  const std::u16string json = completion ? ValueAsJson(value) : std::u16string();
   g_object_unref(value);
-  (*completion)(ResultOk, json);
+  if (completion) (*completion)(ResultOk, json);
 }
 
-void RunScript(WebKitWebView* view, const std::string& script, ScriptCompletion completion) {
-  webkit_web_view_evaluate_javascript(view, script.c_str(), static_cast<gssize>(script.size()),
-                                      nullptr, nullptr, nullptr, OnScriptFinished,
-                                      new ScriptCompletion(std::move(completion)));
+// A GObject held for as long as a request may be issued again.
+std::shared_ptr<WebKitBackForwardListItem> HoldItem(WebKitBackForwardListItem* item) {
+  return std::shared_ptr<WebKitBackForwardListItem>(
+      WEBKIT_BACK_FORWARD_LIST_ITEM(g_object_ref(item)), [](auto* held) { g_object_unref(held); });
 }
 
 }  // namespace
 
-WebKitView::WebKitView(WebKitWebContext* context) {
+WebKitView::WebKitView(WebKitWebContext* context) : scripts_(std::make_shared<PendingScripts>()) {
   content_ = webkit_user_content_manager_new();
   webkit_user_content_manager_register_script_message_handler(content_, BridgeHandlerName);
   WebKitUserScript* bridge =
@@ -98,6 +134,7 @@ WebKitView::WebKitView(WebKitWebContext* context) {
   view_ = WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context,
                                        "user-content-manager", content_, nullptr));
   g_object_ref_sink(view_);
+  watchdog_ = std::make_unique<PageWatchdog>(view_, [this] { return Waiting(); });
   // The inspector is what OpenDevToolsWindow shows.
   webkit_settings_set_enable_developer_extras(webkit_web_view_get_settings(view_), TRUE);
 
@@ -107,6 +144,7 @@ WebKitView::WebKitView(WebKitWebContext* context) {
   g_signal_connect(view_, "context-menu", G_CALLBACK(OnContextMenu), this);
   g_signal_connect(view_, "script-dialog", G_CALLBACK(OnScriptDialog), this);
   g_signal_connect(view_, "print", G_CALLBACK(OnPrint), this);
+  g_signal_connect(view_, "web-process-terminated", G_CALLBACK(OnWebProcessTerminated), this);
   g_signal_connect(webkit_web_view_get_back_forward_list(view_), "changed",
                    G_CALLBACK(OnHistoryListChanged), this);
   const std::string messageSignal = std::string("script-message-received::") + BridgeHandlerName;
@@ -115,6 +153,7 @@ WebKitView::WebKitView(WebKitWebContext* context) {
 
 WebKitView::~WebKitView() {
   if (settleSource_ != 0) g_source_remove(settleSource_);
+  watchdog_.reset();
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view_), this);
   g_signal_handlers_disconnect_by_data(content_, this);
   g_signal_handlers_disconnect_by_data(view_, this);
@@ -127,17 +166,36 @@ std::shared_ptr<WebSettings> WebKitView::GetSettings() {
   return std::make_shared<WebKitSettingsObject>(webkit_web_view_get_settings(view_), switches_);
 }
 
-void WebKitView::RequestIssued() { ++requestsNotStarted_; }
+void WebKitView::Issue(std::function<void()> request) {
+  ++requestsNotStarted_;
+  lastRequest_ = std::move(request);
+  lastRequestReissued_ = false;
+  lastRequest_();
+  watchdog_->Watch();
+}
+
+void WebKitView::RunScript(const std::string& script, ScriptCompletion completion) {
+  const std::uint64_t ticket = scripts_->nextTicket++;
+  scripts_->waiting.emplace(ticket, std::move(completion));
+  webkit_web_view_evaluate_javascript(view_, script.c_str(), static_cast<gssize>(script.size()),
+                                      nullptr, nullptr, nullptr, OnScriptFinished,
+                                      new ScriptTicket{scripts_, ticket});
+  watchdog_->Watch();
+}
+
+bool WebKitView::Waiting() const {
+  return loadRunning_ || requestsNotStarted_ > 0 || !scripts_->waiting.empty();
+}
 
 ResultCode WebKitView::Navigate(std::u16string_view url) {
-  RequestIssued();
-  webkit_web_view_load_uri(view_, Utf16ToUtf8(url).c_str());
+  Issue([view = view_, uri = Utf16ToUtf8(url)] { webkit_web_view_load_uri(view, uri.c_str()); });
   return ResultOk;
 }
 
 ResultCode WebKitView::NavigateToString(std::u16string_view markup) {
-  RequestIssued();
-  webkit_web_view_load_html(view_, Utf16ToUtf8(markup).c_str(), nullptr);
+  Issue([view = view_, html = Utf16ToUtf8(markup)] {
+    webkit_web_view_load_html(view, html.c_str(), nullptr);
+  });
   return ResultOk;
 }
 
@@ -171,7 +229,7 @@ ResultCode WebKitView::AddScriptToExecuteOnDocumentCreated(std::u16string_view s
 }
 
 ResultCode WebKitView::ExecuteScript(std::u16string_view script, ScriptCompletion completion) {
-  RunScript(view_, Utf16ToUtf8(script), std::move(completion));
+  RunScript(Utf16ToUtf8(script), std::move(completion));
   return ResultOk;
 }
 
@@ -185,17 +243,25 @@ bool WebKitView::CanGoBack() { return webkit_web_view_can_go_back(view_); }
 bool WebKitView::CanGoForward() { return webkit_web_view_can_go_forward(view_); }
 
 // With nowhere to go WebKit does nothing at all, so no navigation is owed.
+// Issued again, a history step goes to the page it first aimed at, not one
+// step further.
 ResultCode WebKitView::GoBack() {
-  if (!webkit_web_view_can_go_back(view_)) return ResultOk;
-  RequestIssued();
-  webkit_web_view_go_back(view_);
+  WebKitBackForwardList* history = webkit_web_view_get_back_forward_list(view_);
+  WebKitBackForwardListItem* target = webkit_back_forward_list_get_back_item(history);
+  if (!target) return ResultOk;
+  Issue([view = view_, item = HoldItem(target)] {
+    webkit_web_view_go_to_back_forward_list_item(view, item.get());
+  });
   return ResultOk;
 }
 
 ResultCode WebKitView::GoForward() {
-  if (!webkit_web_view_can_go_forward(view_)) return ResultOk;
-  RequestIssued();
-  webkit_web_view_go_forward(view_);
+  WebKitBackForwardList* history = webkit_web_view_get_back_forward_list(view_);
+  WebKitBackForwardListItem* target = webkit_back_forward_list_get_forward_item(history);
+  if (!target) return ResultOk;
+  Issue([view = view_, item = HoldItem(target)] {
+    webkit_web_view_go_to_back_forward_list_item(view, item.get());
+  });
   return ResultOk;
 }
 
@@ -207,8 +273,7 @@ ResultCode WebKitView::Stop() {
 }
 
 ResultCode WebKitView::Reload() {
-  RequestIssued();
-  webkit_web_view_reload(view_);
+  Issue([view = view_] { webkit_web_view_reload(view); });
   return ResultOk;
 }
 
@@ -220,7 +285,7 @@ ResultCode WebKitView::OpenDevToolsWindow() {
 ResultCode WebKitView::PostWebMessageAsString(std::optional<std::u16string_view> text) {
   if (!text) return ResultInvalidArgument;
   if (!switches_->webMessages) return ResultOk;
-  RunScript(view_, DeliverMessageScript(*text), [](ResultCode, std::u16string_view) {});
+  RunScript(DeliverMessageScript(*text), [](ResultCode, std::u16string_view) {});
   return ResultOk;
 }
 
@@ -273,6 +338,27 @@ gboolean WebKitView::SettleDroppedRequests(gpointer data) {
     self->Raise(self->completed_);
   }
   return G_SOURCE_REMOVE;
+}
+
+// Ended by the view, killed or crashed: the scripts that waited for the
+// process fail, and the navigation that was under way goes on in a new
+// process. A load that had started is owed its completion still, so it
+// counts again as a request that has not started; the request issued anew
+// starts one of them and finishes it, and the rest settle as dropped.
+void WebKitView::OnWebProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason,
+                                        gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  self->watchdog_->ProcessEnded();
+  if (self->loadRunning_) ++self->requestsNotStarted_;
+  self->loadRunning_ = false;
+  self->scripts_->FailAll();
+  if (self->requestsNotStarted_ == 0 || !self->lastRequest_) return;
+  if (self->lastRequestReissued_) {
+    self->lastRequest_ = [view = self->view_] { webkit_web_view_load_uri(view, "about:blank"); };
+  }
+  self->lastRequestReissued_ = true;
+  self->lastRequest_();
+  self->watchdog_->Watch();
 }
 
 void WebKitView::OnHistoryListChanged(WebKitBackForwardList*, WebKitBackForwardListItem*,

@@ -9,14 +9,25 @@
 // the requests it was given that have not started yet; once WebKit is idle
 // again (or a stop has dropped them), each of them is reported as a
 // navigation that began and ended at once.
+//
+// A page whose process stops answering is ended by the watchdog (see
+// page_watchdog.h). A process that ends for any reason (that, a kill, a
+// crash) fails the scripts it still owed, and the last navigation request,
+// if one was under way, is issued again in a new process, so that it still
+// ends with its one completion. A request that loses its process a second
+// time is one that hangs every process it gets: a blank page stands in for
+// it.
 #pragma once
 
 #include <webkit2/webkit2.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "browser/browser_component.h"
+#include "browser/webkitgtk/page_watchdog.h"
 
 namespace qrl {
 
@@ -26,6 +37,8 @@ struct ViewSwitches {
   bool scriptDialogs = true;
   bool contextMenus = true;
 };
+
+struct PendingScripts;
 
 class WebKitView final : public WebView {
  public:
@@ -69,8 +82,14 @@ class WebKitView final : public WebView {
   static gboolean OnScriptDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer self);
   static gboolean OnPrint(WebKitWebView* view, WebKitPrintOperation* operation, gpointer self);
   static gboolean SettleDroppedRequests(gpointer self);
+  static void OnWebProcessTerminated(WebKitWebView* view, WebKitWebProcessTerminationReason reason,
+                                     gpointer self);
 
-  void RequestIssued();
+  // Counts a navigation request, remembers how to issue it again, issues it.
+  void Issue(std::function<void()> request);
+  void RunScript(const std::string& script, ScriptCompletion completion);
+  // Whether a navigation or a script waits for the page's process.
+  bool Waiting() const;
   void ScheduleSettle(bool afterStop);
   void Raise(const std::vector<ViewEventHandler>& handlers);
 
@@ -81,6 +100,10 @@ class WebKitView final : public WebView {
   bool loadRunning_ = false;
   bool settleAfterStop_ = false;
   guint settleSource_ = 0;
+  std::function<void()> lastRequest_;
+  bool lastRequestReissued_ = false;
+  std::shared_ptr<PendingScripts> scripts_;
+  std::unique_ptr<PageWatchdog> watchdog_;
   std::vector<ViewEventHandler> starting_;
   std::vector<ViewEventHandler> completed_;
   std::vector<ViewEventHandler> history_;

@@ -1,0 +1,114 @@
+-- Pages that hang or lose their process never hang the browser: each case
+-- ends in "NavComplete" within its time, with the page that was asked for.
+package.path = arg[0]:match("^(.*)/[^/]*$") .. "/?.lua;" .. package.path
+local live = require("live_support")
+local check = live.check
+
+-- Bounded waits: a case that hangs fails here instead of at the test's
+-- time-out.
+local function arrives_within(seconds, what)
+  local started = os.time()
+  if not lantern.wait(live.window, "NavComplete", seconds * 1000) then
+    error(string.format("no NavComplete within %d s for %s; the window says %s", seconds, what,
+                        tostring(lantern.text(live.window))), 2)
+  end
+  return os.time() - started
+end
+
+local function navigate_to(page, seconds)
+  wvnavigate(live.url(page))
+  return arrives_within(seconds or 15, page)
+end
+
+-- The page processes of this browser: lantern's descendants that WebKit
+-- started for pages (other browsers on the machine are left alone).
+local function page_processes()
+  local parents, names = {}, {}
+  for pid in io.popen("ls /proc"):lines() do
+    local stat = io.open("/proc/" .. pid .. "/stat")
+    if stat then
+      local line = stat:read("l") or ""
+      stat:close()
+      local name, parent = line:match("^%d+ %((.*)%) %S+ (%d+)")
+      if name then parents[pid], names[pid] = parent, name end
+    end
+  end
+  local own = io.open("/proc/self/stat"):read("l"):match("^(%d+)")
+  local found = {}
+  for pid, name in pairs(names) do
+    local ancestor = parents[pid]
+    while ancestor and ancestor ~= own and ancestor ~= "0" and ancestor ~= "1" do
+      ancestor = parents[ancestor]
+    end
+    if ancestor == own and name:find("WebKitWebProces", 1, true) then found[#found + 1] = pid end
+  end
+  return found
+end
+
+local function kill_page_processes()
+  local pids = page_processes()
+  check.truthy(#pids > 0, "a page process to kill")
+  os.execute("kill -9 " .. table.concat(pids, " "))
+end
+
+live.open("one.html")
+
+-- A page whose script loops for ever, then a navigation.
+wvexecutescript("setTimeout(function () { for (;;) {} }, 10)")
+lantern.pump(200)
+navigate_to("two.html")
+check.eq(live.text("name"), "two", "the page after a stuck one")
+
+-- A stuck page, then a refresh of the document: the capture fails as a
+-- failed script does, and the browser goes on.
+wvexecutescript("setTimeout(function () { for (;;) {} }, 10)")
+lantern.pump(200)
+wvrefreshdom()
+lantern.pump(9000)
+check.eq(lantern.text(live.window), "Nav", "the window after a failed capture")
+navigate_to("one.html")
+check.eq(live.text("name"), "one", "the page after a failed capture")
+
+-- A page that loops while it loads, then on its own.
+navigate_to("stuck_on_load.html", 20)
+navigate_to("two.html")
+check.eq(live.text("name"), "two", "the page after one stuck while loading")
+
+-- The page process killed before a load, and during one.
+kill_page_processes()
+lantern.pump(300)
+navigate_to("one.html")
+check.eq(live.text("name"), "one", "the page after a killed process")
+wvnavigate(live.url("two.html"))
+kill_page_processes()
+arrives_within(15, "a load whose process was killed")
+check.eq(live.text("name"), "two", "the page whose process was killed while it loaded")
+
+-- Loads that fail end like any other.
+navigate_to("no-such-page.html")
+wvnavigate("http://127.0.0.1:9/")
+arrives_within(15, "an unreachable port")
+
+-- Fifty navigations without waiting: the last page stands.
+for i = 1, 50 do wvnavigate(live.url(i % 2 == 0 and "one.html" or "two.html")) end
+arrives_within(30, "fifty navigations")
+lantern.pump(1000)
+check.eq(lantern.text(live.window), "NavComplete", "the window once the fifty have settled")
+check.eq(live.text("name"), "one", "the last of fifty navigations")
+
+-- A second browser over the live one.
+check.eq(wvcreate(live.window, live.url("two.html"), live.window), 0, "the second wvcreate")
+-- The window still says NavComplete from the page before until the new
+-- browser's first load begins.
+lantern.wait(live.window, "Nav", 10000)
+arrives_within(15, "the second browser's page")
+check.eq(live.text("name"), "two", "the second browser's page")
+
+-- A page of 4 MB from a string.
+local rows = {}
+for i = 1, 70000 do rows[i] = string.format("<p class=\"row\">row %06d of the big page, with some text</p>", i) end
+local big = "<!DOCTYPE html><html><body><h1 id=\"name\">big</h1>" .. table.concat(rows) .. "</body></html>"
+check.truthy(#big > 4 * 1000 * 1000, "the page is 4 MB")
+wvnavigatestr(big)
+arrives_within(30, "the 4 MB page")
+check.eq(#wvgetelementsbyclass(0, "row"), 70000, "rows of the 4 MB page")
