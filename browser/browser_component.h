@@ -63,6 +63,10 @@ class WebView;
 // `resultJson` is the JSON form of the script's value, as UTF-16; it is only
 // meaningful when `errorCode` is not negative.
 using ScriptCompletion = std::function<void(ResultCode errorCode, std::u16string_view resultJson)>;
+// `markup` is what a page capture parses from the answer of a markup script
+// (see CapturedMarkup); it is only meaningful when `errorCode` is not
+// negative.
+using MarkupCompletion = std::function<void(ResultCode errorCode, std::string markup)>;
 using ViewEventHandler = std::function<void(WebView& sender)>;
 using WebMessageHandler = std::function<void(WebView& sender, const WebMessageArgs& message)>;
 
@@ -79,6 +83,11 @@ class WebView {
   virtual ResultCode AddWebMessageReceived(WebMessageHandler handler) = 0;
   virtual ResultCode AddScriptToExecuteOnDocumentCreated(std::u16string_view script) = 0;
   virtual ResultCode ExecuteScript(std::u16string_view script, ScriptCompletion completion) = 0;
+  // Runs a script whose value is a page's markup and answers with the bytes
+  // that the capture parses. This one asks ExecuteScript and turns the JSON
+  // answer into those bytes; a component that can read a string value
+  // directly gives the same bytes without the JSON in between.
+  virtual ResultCode ExecuteMarkupScript(std::u16string_view script, MarkupCompletion completion);
   virtual std::u16string GetSource() = 0;
   virtual bool CanGoBack() = 0;
   virtual bool CanGoForward() = 0;

@@ -160,4 +160,66 @@ std::string CapturedMarkup(std::u16string_view json) {
   return writer.Finish(quoted && writer.units() > 0);
 }
 
+namespace {
+
+// Where the first byte at or above `floor` stands, eight bytes at a time
+// through the ASCII that most pages are made of.
+std::size_t FindByteFrom(std::string_view text, std::size_t at, unsigned char floor) {
+  constexpr std::uint64_t HighBits = 0x8080808080808080ull;
+  while (at < text.size()) {
+    if (at + 8 <= text.size()) {
+      std::uint64_t word = 0;
+      std::memcpy(&word, text.data() + at, sizeof word);
+      if ((word & HighBits) == 0) {
+        at += 8;
+        continue;
+      }
+    }
+    if (static_cast<unsigned char>(text[at]) >= floor) return at;
+    ++at;
+  }
+  return at;
+}
+
+void AppendUnit(std::string& out, char32_t unit) {
+  out += static_cast<char>(0xE0 | (unit >> 12));
+  out += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+  out += static_cast<char>(0x80 | (unit & 0x3F));
+}
+
+}  // namespace
+
+std::optional<std::string> CapturedMarkupFromUtf8(std::string_view utf8) {
+  // Bytes from 0xEF up lead U+FFFD or a character beyond the basic plane.
+  constexpr unsigned char ReplacementLead = 0xEF;
+  constexpr unsigned char FourByteLead = 0xF0;
+  std::string out;
+  out.reserve(utf8.size());
+  std::size_t done = 0;
+  for (std::size_t at = FindByteFrom(utf8, 0, ReplacementLead); at < utf8.size();
+       at = FindByteFrom(utf8, at, ReplacementLead)) {
+    const auto lead = static_cast<unsigned char>(utf8[at]);
+    if (lead == ReplacementLead) {
+      if (utf8.substr(at, 3) == "\xEF\xBF\xBD") return std::nullopt;
+      ++at;
+      continue;
+    }
+    if (lead < FourByteLead || at + 4 > utf8.size()) {
+      ++at;
+      continue;
+    }
+    out.append(utf8.substr(done, at - done));
+    const auto byte = [&](std::size_t i) { return static_cast<char32_t>(utf8[at + i] & 0x3F); };
+    const char32_t beyond =
+        (((static_cast<char32_t>(lead) & 0x07) << 18) | (byte(1) << 12) | (byte(2) << 6) | byte(3)) -
+        0x10000;
+    AppendUnit(out, 0xD800 + (beyond >> 10));
+    AppendUnit(out, 0xDC00 + (beyond & 0x3FF));
+    at += 4;
+    done = at;
+  }
+  out.append(utf8.substr(done));
+  return out;
+}
+
 }  // namespace qrl

@@ -2,6 +2,7 @@
 // script.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,12 @@ namespace qrl {
 // without the unescaped text in between, since a page's answer runs to
 // megabytes.
 std::string CapturedMarkup(std::u16string_view resultJson);
+
+// The same bytes for an answer that is a string value, from that string's
+// UTF-8: a character beyond the basic plane becomes its two UTF-16 units,
+// three bytes each, as the capture writes every unit on its own. Nothing
+// when the text holds U+FFFD, which a browser also writes for a lone
+// surrogate that the capture keeps as it is; the JSON answer decides then.
+std::optional<std::string> CapturedMarkupFromUtf8(std::string_view utf8);
 
 }  // namespace qrl

@@ -18,27 +18,26 @@ namespace {
 struct WaitingCapture {
   CaptureCause cause;
   ResultCode errorCode;
-  std::u16string resultJson;
+  std::string markup;
 };
 
 bool captureRunning = false;
 std::deque<WaitingCapture> waitingCaptures;
 
-void ReplaceDocument(std::u16string_view resultJson) {
+void ReplaceDocument(const std::string& markup) {
   const std::lock_guard<std::mutex> hold(PageLock);
-  const std::string bytes = CapturedMarkup(resultJson);
   HtmlParser parser;
-  RootDocument = parser.Parse(bytes.c_str(), static_cast<std::uint32_t>(bytes.size()));
+  RootDocument = parser.Parse(markup.c_str(), static_cast<std::uint32_t>(markup.size()));
   ResetElementTable();
   SetNotifyText(ProgressComplete);
 }
 
-void RunCapture(CaptureCause cause, ResultCode errorCode, std::u16string_view resultJson) {
+void RunCapture(CaptureCause cause, ResultCode errorCode, const std::string& markup) {
   if (errorCode < 0) {
     if (cause == CaptureCause::Refresh) PrintScriptError(errorCode);
     return;
   }
-  ReplaceDocument(resultJson);
+  ReplaceDocument(markup);
 }
 
 class RunningCapture {
@@ -51,23 +50,27 @@ class RunningCapture {
 
 }  // namespace
 
-void CapturePage(CaptureCause cause, ResultCode errorCode, std::u16string_view resultJson) {
+void CaptureMarkup(CaptureCause cause, ResultCode errorCode, std::string markup) {
   if (captureRunning) {
-    waitingCaptures.push_back({cause, errorCode, std::u16string(resultJson)});
+    waitingCaptures.push_back({cause, errorCode, std::move(markup)});
     return;
   }
   const RunningCapture running;
-  RunCapture(cause, errorCode, resultJson);
+  RunCapture(cause, errorCode, markup);
   while (!waitingCaptures.empty()) {
     const WaitingCapture next = std::move(waitingCaptures.front());
     waitingCaptures.pop_front();
-    RunCapture(next.cause, next.errorCode, next.resultJson);
+    RunCapture(next.cause, next.errorCode, next.markup);
   }
 }
 
+void CapturePage(CaptureCause cause, ResultCode errorCode, std::u16string_view resultJson) {
+  CaptureMarkup(cause, errorCode, errorCode < 0 ? std::string() : CapturedMarkup(resultJson));
+}
+
 void RequestCapture(WebView& view, CaptureCause cause) {
-  view.ExecuteScript(PageMarkupScript, [cause](ResultCode errorCode, std::u16string_view json) {
-    CapturePage(cause, errorCode, json);
+  view.ExecuteMarkupScript(PageMarkupScript, [cause](ResultCode errorCode, std::string markup) {
+    CaptureMarkup(cause, errorCode, std::move(markup));
   });
 }
 

@@ -2,6 +2,7 @@
 // for by a script, and the answer replaces the document and the handle table.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "browser/browser_component.h"
@@ -26,8 +27,11 @@ enum class CaptureCause { Navigation, Refresh };
 // window's owner may run a message loop while it takes the text) waits and
 // runs after it, in arrival order, so that nothing locks against itself.
 void CapturePage(CaptureCause cause, ResultCode errorCode, std::u16string_view resultJson);
+// The same with the answer already turned into the bytes to parse.
+void CaptureMarkup(CaptureCause cause, ResultCode errorCode, std::string markup);
 
-// Asks `view` for its markup, with a capture as the completion.
+// Asks `view` for its markup (ExecuteMarkupScript), with a capture as the
+// completion.
 void RequestCapture(WebView& view, CaptureCause cause);
 
 // Sends a message that the page posted straight back to it.

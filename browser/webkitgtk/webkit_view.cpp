@@ -7,22 +7,25 @@
 #include <string>
 #include <utility>
 
+#include "browser/captured_markup.h"
 #include "browser/webkitgtk/page_bridge.h"
 #include "commands/unicode_text.h"
 
 namespace qrl {
 
-// The scripts that the page's process has not answered yet. WebKit answers
-// none of them once the process is gone, so the view fails them itself then;
-// an answer that still comes later finds nobody waiting.
+// The scripts that the page's process has not answered yet, each waiting
+// for its value (null for a failure). WebKit answers none of them once the
+// process is gone, so the view fails them itself then; an answer that still
+// comes later finds nobody waiting.
 struct PendingScripts {
+  using ValueCompletion = std::function<void(JSCValue* value)>;
   std::uint64_t nextTicket = 0;
-  std::map<std::uint64_t, ScriptCompletion> waiting;
+  std::map<std::uint64_t, ValueCompletion> waiting;
 
   void FailAll() {
-    std::map<std::uint64_t, ScriptCompletion> failed;
+    std::map<std::uint64_t, ValueCompletion> failed;
     failed.swap(waiting);
-    for (auto& [ticket, completion] : failed) completion(ResultFailed, u"");
+    for (auto& [ticket, completion] : failed) completion(nullptr);
   }
 };
 
@@ -87,31 +90,40 @@ std::u16string ValueAsJson(JSCValue* value) {
 
 // The completion waiting for this answer, taken out of the pending ones;
 // nothing when the script was failed already.
-std::optional<ScriptCompletion> TakeCompletion(const ScriptTicket& ticket) {
+// The markup that a capture parses, read from a string value as UTF-8; any
+// other value, and a text that the JSON form must decide, go through it.
+std::string MarkupOfValue(JSCValue* value) {
+  if (jsc_value_is_string(value)) {
+    GBytes* bytes = jsc_value_to_string_as_bytes(value);
+    gsize size = 0;
+    const auto* data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
+    std::optional<std::string> markup = CapturedMarkupFromUtf8(std::string_view(data, size));
+    g_bytes_unref(bytes);
+    if (markup) return std::move(*markup);
+  }
+  return CapturedMarkup(ValueAsJson(value));
+}
+
+std::optional<PendingScripts::ValueCompletion> TakeCompletion(const ScriptTicket& ticket) {
   const std::shared_ptr<PendingScripts> scripts = ticket.scripts.lock();
   if (!scripts) return std::nullopt;
   const auto found = scripts->waiting.find(ticket.ticket);
   if (found == scripts->waiting.end()) return std::nullopt;
-  ScriptCompletion completion = std::move(found->second);
+  PendingScripts::ValueCompletion completion = std::move(found->second);
   scripts->waiting.erase(found);
   return completion;
 }
 
+// A script that throws, or that cannot run, is a failure of the request.
 void OnScriptFinished(GObject* source, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<ScriptTicket> ticket(static_cast<ScriptTicket*>(data));
   GError* error = nullptr;
   JSCValue* value =
       webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
   g_clear_error(&error);
-  const std::optional<ScriptCompletion> completion = TakeCompletion(*ticket);
-  if (!value) {
-    // A script that throws, or that cannot run, is a failure of the request.
-    if (completion) (*completion)(ResultFailed, u"");
-    return;
-  }
-  const std::u16string json = completion ? ValueAsJson(value) : std::u16string();
-  g_object_unref(value);
-  if (completion) (*completion)(ResultOk, json);
+  if (const std::optional<PendingScripts::ValueCompletion> completion = TakeCompletion(*ticket))
+    (*completion)(value);
+  if (value) g_object_unref(value);
 }
 
 // A GObject held for as long as a request may be issued again.
@@ -174,7 +186,7 @@ void WebKitView::Issue(std::function<void()> request) {
   watchdog_->Watch();
 }
 
-void WebKitView::RunScript(const std::string& script, ScriptCompletion completion) {
+void WebKitView::RunScript(const std::string& script, std::function<void(JSCValue*)> completion) {
   const std::uint64_t ticket = scripts_->nextTicket++;
   scripts_->waiting.emplace(ticket, std::move(completion));
   webkit_web_view_evaluate_javascript(view_, script.c_str(), static_cast<gssize>(script.size()),
@@ -229,7 +241,25 @@ ResultCode WebKitView::AddScriptToExecuteOnDocumentCreated(std::u16string_view s
 }
 
 ResultCode WebKitView::ExecuteScript(std::u16string_view script, ScriptCompletion completion) {
-  RunScript(Utf16ToUtf8(script), std::move(completion));
+  RunScript(Utf16ToUtf8(script), [completion = std::move(completion)](JSCValue* value) {
+    if (!value) {
+      completion(ResultFailed, u"");
+      return;
+    }
+    completion(ResultOk, ValueAsJson(value));
+  });
+  return ResultOk;
+}
+
+ResultCode WebKitView::ExecuteMarkupScript(std::u16string_view script,
+                                           MarkupCompletion completion) {
+  RunScript(Utf16ToUtf8(script), [completion = std::move(completion)](JSCValue* value) {
+    if (!value) {
+      completion(ResultFailed, std::string());
+      return;
+    }
+    completion(ResultOk, MarkupOfValue(value));
+  });
   return ResultOk;
 }
 
@@ -285,7 +315,7 @@ ResultCode WebKitView::OpenDevToolsWindow() {
 ResultCode WebKitView::PostWebMessageAsString(std::optional<std::u16string_view> text) {
   if (!text) return ResultInvalidArgument;
   if (!switches_->webMessages) return ResultOk;
-  RunScript(DeliverMessageScript(*text), [](ResultCode, std::u16string_view) {});
+  RunScript(DeliverMessageScript(*text), [](JSCValue*) {});
   return ResultOk;
 }
 

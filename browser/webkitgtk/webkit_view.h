@@ -58,6 +58,8 @@ class WebKitView final : public WebView {
   ResultCode AddWebMessageReceived(WebMessageHandler handler) override;
   ResultCode AddScriptToExecuteOnDocumentCreated(std::u16string_view script) override;
   ResultCode ExecuteScript(std::u16string_view script, ScriptCompletion completion) override;
+  // Reads a string answer straight as UTF-8, without its JSON form.
+  ResultCode ExecuteMarkupScript(std::u16string_view script, MarkupCompletion completion) override;
   std::u16string GetSource() override;
   bool CanGoBack() override;
   bool CanGoForward() override;
@@ -87,7 +89,8 @@ class WebKitView final : public WebView {
 
   // Counts a navigation request, remembers how to issue it again, issues it.
   void Issue(std::function<void()> request);
-  void RunScript(const std::string& script, ScriptCompletion completion);
+  // `completion` gets the value, or null when the script failed.
+  void RunScript(const std::string& script, std::function<void(JSCValue*)> completion);
   // Whether a navigation or a script waits for the page's process.
   bool Waiting() const;
   void ScheduleSettle(bool afterStop);

@@ -48,5 +48,23 @@ TEST(CapturedMarkup, LongTextsComeThroughWhole) {
   EXPECT_EQ(CapturedMarkup(json + u"\""), bytes);
 }
 
+// A string read straight as UTF-8 gives the bytes that its JSON form gives.
+TEST(CapturedMarkup, StringsReadAsUtf8GiveTheSameBytes) {
+  const std::string samples[] = {
+      "",
+      "<p>plain ASCII, long enough to cross a word or two</p>",
+      "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 at the end \xF0\x9F\x98\x80",
+      "\xF0\x9F\x98\x80",
+      std::string(5000, 'x') + "\xF4\x8F\xBF\xBF" + std::string(3, 'y'),
+  };
+  for (const std::string& utf8 : samples) {
+    const std::u16string json = u"\"" + Utf8ToUtf16(utf8) + u"\"";
+    EXPECT_EQ(CapturedMarkupFromUtf8(utf8), CapturedMarkup(json)) << utf8;
+  }
+  // U+FFFD may stand for a lone surrogate, which only the JSON form keeps.
+  EXPECT_EQ(CapturedMarkupFromUtf8("a\xEF\xBF\xBD"), std::nullopt);
+  EXPECT_EQ(CapturedMarkupFromUtf8("\xEF\xBC\x81"), "\xEF\xBC\x81");
+}
+
 }  // namespace
 }  // namespace qrl
