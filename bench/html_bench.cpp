@@ -97,6 +97,17 @@ void Release(benchmark::State& state, const CorpusPage& page) {
   CountPageBytes(state, page);
 }
 
+// Parse and release of a whole page together, as a page capture pays for
+// them: the tree of each parse goes before the next parse.
+void ParseRelease(benchmark::State& state, const CorpusPage& page) {
+  for (auto _ : state) {
+    HtmlParser parser;
+    DocumentRef document = ParsePage(parser, page);
+    benchmark::DoNotOptimize(document.get());
+  }
+  CountPageBytes(state, page);
+}
+
 void Text(benchmark::State& state, const ParsedPage& parsed) {
   for (auto _ : state) {
     std::string text = parsed.document->root->GetText();
@@ -154,6 +165,9 @@ void RegisterHtmlBenchmarks(const std::vector<CorpusPage>& pages) {
     benchmark::RegisterBenchmark(("Release/" + page.name).c_str(),
                                  [&page](benchmark::State& state) { Release(state, page); })
         ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(("ParseRelease/" + page.name).c_str(),
+                                 [&page](benchmark::State& state) { ParseRelease(state, page); })
+        ->Unit(benchmark::kMicrosecond);
     // Parsed on first use, so that a filter that skips the queries also
     // skips their setup.
     auto parsed = std::make_shared<std::shared_ptr<ParsedPage>>();

@@ -6,7 +6,7 @@
 
 namespace qrl::bench {
 
-// Parse, Release, Text, Markup, ByTag, ByClass and ById on each page, named
+// Parse, Release, ParseRelease, Text, Markup, ByTag, ByClass and ById on each page, named
 // "<benchmark>/<page>", each counting the page's bytes as processed.
 void RegisterHtmlBenchmarks(const std::vector<CorpusPage>& pages);
 
