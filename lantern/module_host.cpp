@@ -86,6 +86,26 @@ unsigned VocabularyRow::argType(unsigned position) const {
   return static_cast<unsigned>((argTypes >> (4 * position)) & 0xFu);
 }
 
+std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
+  void* library = OpenLibrary(path);
+  ModuleExports exports;
+  exports.query = reinterpret_cast<QORExtenderQueryFn>(LibrarySymbol(library, "QORExtenderQuery"));
+  exports.dispatch = reinterpret_cast<QORExtender2Fn>(LibrarySymbol(library, "QORExtender2"));
+  if (exports.query == nullptr || exports.dispatch == nullptr) {
+    const std::string missing = exports.query == nullptr ? "QORExtenderQuery" : "QORExtender2";
+    CloseLibrary(library);
+    throw ModuleLoadError(path + " is no extender module: it does not export " + missing);
+  }
+  try {
+    auto host = std::make_unique<ModuleHost>(exports);
+    host->library_ = library;
+    return host;
+  } catch (...) {
+    CloseLibrary(library);
+    throw;
+  }
+}
+
 ModuleHost::ModuleHost(ModuleExports exports) : exports_(exports) {
   if (exports_.query == nullptr || exports_.dispatch == nullptr) {
     throw ModuleLoadError("a module needs both exports");

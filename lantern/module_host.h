@@ -190,6 +190,10 @@ class ModuleHost {
   class Services;
   friend class Services;
 
+  // The system's loader (module_loader_<system>.cpp). OpenLibrary throws
+  // ModuleLoadError with the loader's text when it cannot.
+  static void* OpenLibrary(const std::string& path);
+  static void* LibrarySymbol(void* library, const char* name);
   static void CloseLibrary(void* library);
   void learnVocabulary();
   CallOutcome runDispatch(HostWord code, void* args, HostWord argCount, HostValue* result);

@@ -13,7 +13,7 @@ std::string LoaderText() {
 
 }  // namespace
 
-std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
+void* ModuleHost::OpenLibrary(const std::string& path) {
   // A bare file name would send the loader through the library search path;
   // the host means the file in the current directory.
   const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
@@ -27,23 +27,10 @@ std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
     throw ModuleLoadError("cannot load the module " +
                           (reason.starts_with(file) ? reason : file + ": " + reason));
   }
-  ModuleExports exports;
-  exports.query = reinterpret_cast<QORExtenderQueryFn>(dlsym(library, "QORExtenderQuery"));
-  exports.dispatch = reinterpret_cast<QORExtender2Fn>(dlsym(library, "QORExtender2"));
-  if (exports.query == nullptr || exports.dispatch == nullptr) {
-    const std::string missing = exports.query == nullptr ? "QORExtenderQuery" : "QORExtender2";
-    dlclose(library);
-    throw ModuleLoadError(path + " is no extender module: it does not export " + missing);
-  }
-  try {
-    auto host = std::make_unique<ModuleHost>(exports);
-    host->library_ = library;
-    return host;
-  } catch (...) {
-    dlclose(library);
-    throw;
-  }
+  return library;
 }
+
+void* ModuleHost::LibrarySymbol(void* library, const char* name) { return dlsym(library, name); }
 
 void ModuleHost::CloseLibrary(void* library) {
   if (library != nullptr) dlclose(library);

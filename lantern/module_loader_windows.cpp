@@ -20,37 +20,21 @@ std::string LoaderText(DWORD error) {
   return message;
 }
 
-// GetProcAddress gives every export as one generic function type; the cast
-// goes through void* because the two function types have nothing in common.
-template <class Function>
-Function ExportOf(HMODULE library, const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-}
-
 }  // namespace
 
-std::unique_ptr<ModuleHost> ModuleHost::Load(const std::string& path) {
+void* ModuleHost::OpenLibrary(const std::string& path) {
   const std::u16string wide = Utf8ToUtf16(path);
   HMODULE library = LoadLibraryW(reinterpret_cast<const wchar_t*>(wide.c_str()));
   if (library == nullptr) {
     throw ModuleLoadError("cannot load the module " + path + ": " + LoaderText(GetLastError()));
   }
-  ModuleExports exports;
-  exports.query = ExportOf<QORExtenderQueryFn>(library, "QORExtenderQuery");
-  exports.dispatch = ExportOf<QORExtender2Fn>(library, "QORExtender2");
-  if (exports.query == nullptr || exports.dispatch == nullptr) {
-    const std::string missing = exports.query == nullptr ? "QORExtenderQuery" : "QORExtender2";
-    FreeLibrary(library);
-    throw ModuleLoadError(path + " is no extender module: it does not export " + missing);
-  }
-  try {
-    auto host = std::make_unique<ModuleHost>(exports);
-    host->library_ = library;
-    return host;
-  } catch (...) {
-    FreeLibrary(library);
-    throw;
-  }
+  return library;
+}
+
+// GetProcAddress gives every export as one generic function type; the
+// caller casts it to the export's own through void*.
+void* ModuleHost::LibrarySymbol(void* library, const char* name) {
+  return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
 }
 
 void ModuleHost::CloseLibrary(void* library) {
