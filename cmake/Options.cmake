@@ -4,14 +4,13 @@ option(QRL_BUILD_TESTS "Build the unit tests" ON)
 option(QRL_BUILD_BENCH "Build the benchmarks" OFF)
 option(QRL_SANITIZE "Build with AddressSanitizer and UBSan" OFF)
 option(QRL_BUILD_FUZZ "Build the libFuzzer targets (clang only; implies the sanitizers)" OFF)
-# The Windows DLL has no browser component yet.
 if(WIN32)
-  set(default_browser none)
+  set(default_browser webview2)
 else()
   set(default_browser webkitgtk)
 endif()
-set(QRL_BROWSER ${default_browser} CACHE STRING "Browser component: webkitgtk or none")
-set_property(CACHE QRL_BROWSER PROPERTY STRINGS webkitgtk none)
+set(QRL_BROWSER ${default_browser} CACHE STRING "Browser component: webkitgtk, webview2 or none")
+set_property(CACHE QRL_BROWSER PROPERTY STRINGS webkitgtk webview2 none)
 
 # Warnings are errors on our own code only; imported targets keep their flags.
 add_library(qrl_warnings INTERFACE)

@@ -8,16 +8,11 @@
 
 #include "browser/browser_platform.h"
 #include "browser/message_box_line.h"
+#include "browser/windows/window_handle.h"
 #include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
-
-// The host passes a window as the 32-bit value of its HWND, which is all
-// that a window handle holds on either width of Windows.
-HWND AsHwnd(WindowHandle window) {
-  return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window));
-}
 
 std::wstring AsWide(std::u16string_view text) { return std::wstring(text.begin(), text.end()); }
 

@@ -1,0 +1,55 @@
+// Our declarations of the web control's interfaces against its binary
+// interface: the slot of every method we call, and every IID.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/windows/webview2/interface_slots.h"
+
+namespace qrl::testing {
+namespace {
+
+using namespace qrl::webview2;
+
+std::string Text(const IID& iid) {
+  wchar_t text[40] = {};
+  StringFromGUID2(iid, text, 40);
+  return std::string(text, text + std::wcslen(text));
+}
+
+TEST(WebView2Interfaces, EveryCalledMethodSitsInItsSlot) {
+  ForEachCalledMethod([](const char* name, auto member, int slot) {
+    EXPECT_EQ(SlotOf(member), slot) << name;
+  });
+}
+
+TEST(WebView2Interfaces, EveryIidIsTheRuntimes) {
+  const struct {
+    const IID& iid;
+    const char* text;
+  } iids[] = {
+      {IID_ICoreWebView2Environment, "{B96D755E-0319-4E92-A296-23436F46A1FC}"},
+      {IID_ICoreWebView2Controller, "{4D00C0D1-9434-4EB6-8078-8697A560334F}"},
+      {IID_ICoreWebView2, "{76ECEACB-0462-4D94-AC83-423A6793775E}"},
+      {IID_ICoreWebView2Settings, "{E562E4F0-D7FA-43AC-8D71-C05150499F00}"},
+      {IID_ICoreWebView2WebMessageReceivedEventArgs, "{0F99A40C-E962-4207-9E92-E3D542EFF849}"},
+      {IID_ICoreWebView2CreateCoreWebView2EnvironmentCompletedHandler,
+       "{4E8A3389-C9D8-4BD2-B6B5-124FEE6CC14D}"},
+      {IID_ICoreWebView2CreateCoreWebView2ControllerCompletedHandler,
+       "{6C4819F3-C9B7-4260-8127-C9F5BDE7F68C}"},
+      {IID_ICoreWebView2NavigationStartingEventHandler, "{9ADBE429-F36D-432B-9DDC-F8881FBD76E3}"},
+      {IID_ICoreWebView2NavigationCompletedEventHandler,
+       "{D33A35BF-1C49-4F98-93AB-006E0533FE1C}"},
+      {IID_ICoreWebView2HistoryChangedEventHandler, "{C79A420C-EFD9-4058-9295-3E8B4BCAB645}"},
+      {IID_ICoreWebView2WebMessageReceivedEventHandler, "{57213F19-00E6-49FA-8E07-898EA01ECBD2}"},
+      {IID_ICoreWebView2ExecuteScriptCompletedHandler, "{49511172-CC67-4BCA-9923-137112F4C4CC}"},
+  };
+  for (const auto& entry : iids) EXPECT_EQ(Text(entry.iid), entry.text);
+}
+
+// The binary facts that every slot's parameters rest on.
+static_assert(sizeof(EventRegistrationToken) == 8);
+static_assert(sizeof(BOOL) == 4 && sizeof(RECT) == 16 && sizeof(wchar_t) == 2);
+
+}  // namespace
+}  // namespace qrl::testing
