@@ -99,7 +99,7 @@ void HtmlElement::CollectByTag(std::string_view tagName, ElementList& results) c
 // A node that has no parent (the root, or one that outlived it) has no
 // siblings; neither has a node that isn't among its parent's children.
 ElementRef HtmlElement::GetNextSibling() const {
-  const ElementRef parentNode = parent.lock();
+  const HtmlElement* parentNode = parent.get();
   if (!parentNode) return {};
   const std::size_t index = IndexAmongSiblings(*parentNode);
   if (index + 1 >= parentNode->children.size()) return {};
@@ -107,7 +107,7 @@ ElementRef HtmlElement::GetNextSibling() const {
 }
 
 ElementRef HtmlElement::GetPreviousSibling() const {
-  const ElementRef parentNode = parent.lock();
+  const HtmlElement* parentNode = parent.get();
   if (!parentNode) return {};
   const std::size_t index = IndexAmongSiblings(*parentNode);
   if (index == 0 || index >= parentNode->children.size()) return {};

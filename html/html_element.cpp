@@ -38,8 +38,9 @@ void HtmlElement::OwnStorageDeleter::operator()(OwnStorage* storage) const noexc
 // the destructor walks the subtree itself. A branch that nothing else holds
 // hands its children to the walk and dies with an empty list; its children
 // array stays readable, since the arena lives as long as any of its nodes.
-// Every other child is released as the walk passes it. Each node's
-// destruction so only ever meets leaves and branches that others still hold.
+// Every other child is released as the walk passes it, and one that others
+// still hold loses its parent link first. Each node's destruction so only
+// ever meets leaves and branches that others still hold.
 //
 // The walk takes nodes in document order, which is their order in memory, so
 // a large tree is released in one forward sweep. The processor is asked for
@@ -71,7 +72,9 @@ void HtmlElement::ReleaseDescendants() noexcept {
     if (level.next != level.end) __builtin_prefetch(level.next->get());
     if (!child) continue;
     PrefetchAhead(child.get());
-    if (!child->children.empty() && child.use_count() == 1) {
+    if (child.use_count() != 1) {
+      child->LoseParent(child);
+    } else if (!child->children.empty()) {
       // A finished level is left before its last child is entered, so that a
       // chain of only children takes one level of memory.
       if (level.next == level.end) levels.pop_back();
@@ -80,6 +83,20 @@ void HtmlElement::ReleaseDescendants() noexcept {
     child.reset();
   }
 }
+
+void HtmlElement::LoseParent(const ElementRef& self) noexcept {
+  parent.node_ = nullptr;
+  self_ = self;
+}
+
+ElementRef HtmlElement::SharedReference() const {
+  const HtmlElement* above = parent.node_;
+  if (!above) return self_.lock();
+  const std::uint32_t index = IndexAmongSiblings(*above);
+  return index < above->children.size() ? above->children[index] : ElementRef();
+}
+
+ElementRef ParentLink::lock() const { return node_ ? node_->SharedReference() : ElementRef(); }
 
 void HtmlElement::ParseAttributes(std::string_view raw) {
   std::unique_ptr<OwnStorage, OwnStorageDeleter> storage(new OwnStorage());

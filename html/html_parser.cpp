@@ -90,6 +90,7 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
   std::memcpy(bytes_, input, length);
   bytes_[length] = '\0';
   root = NewNode(nullptr);
+  root->self_ = root;
 
   // Text outside of any element ends the document.
   std::uint32_t position = 0;
@@ -299,7 +300,7 @@ void HtmlParser::Attach(NodeString text) {
 
 ElementRef HtmlParser::NewNode(const ElementRef& parentNode) {
   ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
-  node->parent = parentNode;
+  node->parent.node_ = parentNode.get();
   return node;
 }
 

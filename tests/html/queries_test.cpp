@@ -109,5 +109,19 @@ TEST(QueriesLifetimeTest, ReleaseKeepsExactlyTheHeldSubtrees) {
   }
 }
 
+// A held node keeps its link while its parent lives on, held too, and loses
+// it when that parent goes later.
+TEST(QueriesLifetimeTest, AParentThatGoesLaterEmptiesTheLink) {
+  DocumentRef document = ParseQuietly("<h><i></i><j></j></h>");
+  ElementRef h = document->root->children.front();
+  const ElementRef i = h->children.front();
+  document.reset();
+  EXPECT_EQ(i->parent.lock(), h);
+  EXPECT_EQ(i->GetNextSibling(), h->children.back());
+  h.reset();
+  EXPECT_TRUE(i->parent.expired());
+  EXPECT_EQ(i->GetNextSibling(), nullptr);
+}
+
 }  // namespace
 }  // namespace qrl::testing
