@@ -67,7 +67,7 @@ class HtmlParser {
   void EnterContent(OpenElement& element);
   void AddTextNode(std::uint32_t begin, std::uint32_t end);
   void Attach(NodeString text = NodeString());
-  ElementRef NewNode(const ElementRef& parentNode);
+  ElementRef NewNode(HtmlElement* parentNode);
   void AddFinished(ElementRef node);
   void AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild);
   void DiscardOpenElements();
