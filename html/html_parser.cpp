@@ -71,11 +71,18 @@ HtmlParser::HtmlParser()
 
 HtmlParser::~HtmlParser() = default;
 
+// A node is complete in the parent's children where the stack of finished
+// nodes stands now: everything that finishes between here and the node's own
+// end is its content, which the node adopts. Its place among its siblings is
+// so known at once, and written while its memory is at hand rather than when
+// a large element ends, long after.
+//
 // Made in place where the caller keeps it: a node returned through memory
 // and read back at once costs a stalled load per node.
 [[gnu::always_inline]] inline ElementRef HtmlParser::NewNode(HtmlElement* parentNode) {
   ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
   node->parent.node_ = parentNode;
+  node->siblingIndex_ = finished_.size() - (open_.empty() ? 0 : open_.back().firstChild);
   return node;
 }
 
@@ -308,10 +315,7 @@ void HtmlParser::Attach(NodeString text) {
 
 // A finished node waits for its parent, the element now on top of the stack
 // (or the root), whose children begin at that element's firstChild.
-void HtmlParser::AddFinished(ElementRef node) {
-  node->siblingIndex_ = finished_.size() - (open_.empty() ? 0 : open_.back().firstChild);
-  finished_.Push(std::move(node));
-}
+void HtmlParser::AddFinished(ElementRef node) { finished_.Push(std::move(node)); }
 
 void HtmlParser::AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild) {
   const std::uint32_t count = finished_.size() - firstChild;
