@@ -11,6 +11,10 @@ namespace qrl::testing {
 
 using namespace qrl::webview2;
 
+// A method of the control that the component never calls.
+#define QRL_NOT_CALLED(method, ...) \
+  HRESULT STDMETHODCALLTYPE method(__VA_ARGS__) override { return E_NOTIMPL; }
+
 namespace {
 
 constexpr UINT RunWorkMessage = WM_APP + 1;
@@ -54,39 +58,27 @@ class FakeObject : public Interface {
 
 void Log(std::string line) { FakeControl::Get().calls.push_back(std::move(line)); }
 
+// A setting whose every change is logged, as "put_IsScriptEnabled(1)".
+#define QRL_LOGGED_SETTING(method)                    \
+  HRESULT STDMETHODCALLTYPE method(BOOL on) override { \
+    Log(#method "(" + Bool(on) + ")");                 \
+    return S_OK;                                       \
+  }
+
 class FakeSettings final : public FakeObject<ICoreWebView2Settings, IID_ICoreWebView2Settings> {
  public:
-  HRESULT STDMETHODCALLTYPE get_IsScriptEnabled(BOOL*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_IsScriptEnabled(BOOL on) override {
-    Log("put_IsScriptEnabled(" + Bool(on) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE get_IsWebMessageEnabled(BOOL*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_IsWebMessageEnabled(BOOL on) override {
-    Log("put_IsWebMessageEnabled(" + Bool(on) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE get_AreDefaultScriptDialogsEnabled(BOOL*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE put_AreDefaultScriptDialogsEnabled(BOOL on) override {
-    Log("put_AreDefaultScriptDialogsEnabled(" + Bool(on) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE get_IsStatusBarEnabled(BOOL*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_IsStatusBarEnabled(BOOL on) override {
-    Log("put_IsStatusBarEnabled(" + Bool(on) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE get_AreDevToolsEnabled(BOOL*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_AreDevToolsEnabled(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE get_AreDefaultContextMenusEnabled(BOOL*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE put_AreDefaultContextMenusEnabled(BOOL on) override {
-    Log("put_AreDefaultContextMenusEnabled(" + Bool(on) + ")");
-    return S_OK;
-  }
+  QRL_NOT_CALLED(get_IsScriptEnabled, BOOL*)
+  QRL_LOGGED_SETTING(put_IsScriptEnabled)
+  QRL_NOT_CALLED(get_IsWebMessageEnabled, BOOL*)
+  QRL_LOGGED_SETTING(put_IsWebMessageEnabled)
+  QRL_NOT_CALLED(get_AreDefaultScriptDialogsEnabled, BOOL*)
+  QRL_LOGGED_SETTING(put_AreDefaultScriptDialogsEnabled)
+  QRL_NOT_CALLED(get_IsStatusBarEnabled, BOOL*)
+  QRL_NOT_CALLED(put_IsStatusBarEnabled, BOOL)
+  QRL_NOT_CALLED(get_AreDevToolsEnabled, BOOL*)
+  QRL_NOT_CALLED(put_AreDevToolsEnabled, BOOL)
+  QRL_NOT_CALLED(get_AreDefaultContextMenusEnabled, BOOL*)
+  QRL_LOGGED_SETTING(put_AreDefaultContextMenusEnabled)
 };
 
 class FakeMessageArgs final
@@ -94,8 +86,8 @@ class FakeMessageArgs final
                         IID_ICoreWebView2WebMessageReceivedEventArgs> {
  public:
   explicit FakeMessageArgs(std::optional<std::wstring> text) : text_(std::move(text)) {}
-  HRESULT STDMETHODCALLTYPE get_Source(LPWSTR*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE get_WebMessageAsJson(LPWSTR*) override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(get_Source, LPWSTR*)
+  QRL_NOT_CALLED(get_WebMessageAsJson, LPWSTR*)
   HRESULT STDMETHODCALLTYPE TryGetWebMessageAsString(LPWSTR* text) override {
     Log("TryGetWebMessageAsString");
     if (!text_) {
@@ -154,77 +146,41 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
       EventRegistrationToken* token) override {
     return Keep("add_NavigationStarting", starting, handler, token);
   }
-  HRESULT STDMETHODCALLTYPE remove_NavigationStarting(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_ContentLoading(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_ContentLoading(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_SourceChanged(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_SourceChanged(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(remove_NavigationStarting, EventRegistrationToken)
+  QRL_NOT_CALLED(add_ContentLoading, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_ContentLoading, EventRegistrationToken)
+  QRL_NOT_CALLED(add_SourceChanged, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_SourceChanged, EventRegistrationToken)
   HRESULT STDMETHODCALLTYPE add_HistoryChanged(ICoreWebView2HistoryChangedEventHandler* handler,
                                                EventRegistrationToken* token) override {
     return Keep("add_HistoryChanged", history, handler, token);
   }
-  HRESULT STDMETHODCALLTYPE remove_HistoryChanged(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(remove_HistoryChanged, EventRegistrationToken)
   HRESULT STDMETHODCALLTYPE add_NavigationCompleted(
       ICoreWebView2NavigationCompletedEventHandler* handler,
       EventRegistrationToken* token) override {
     return Keep("add_NavigationCompleted", completed, handler, token);
   }
-  HRESULT STDMETHODCALLTYPE remove_NavigationCompleted(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_FrameNavigationStarting(
-      ICoreWebView2NavigationStartingEventHandler*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_FrameNavigationStarting(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_FrameNavigationCompleted(
-      ICoreWebView2NavigationCompletedEventHandler*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_FrameNavigationCompleted(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_ScriptDialogOpening(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_ScriptDialogOpening(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_PermissionRequested(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_PermissionRequested(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_ProcessFailed(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_ProcessFailed(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(remove_NavigationCompleted, EventRegistrationToken)
+  QRL_NOT_CALLED(add_FrameNavigationStarting, ICoreWebView2NavigationStartingEventHandler*,
+                 EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_FrameNavigationStarting, EventRegistrationToken)
+  QRL_NOT_CALLED(add_FrameNavigationCompleted, ICoreWebView2NavigationCompletedEventHandler*,
+                 EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_FrameNavigationCompleted, EventRegistrationToken)
+  QRL_NOT_CALLED(add_ScriptDialogOpening, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_ScriptDialogOpening, EventRegistrationToken)
+  QRL_NOT_CALLED(add_PermissionRequested, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_PermissionRequested, EventRegistrationToken)
+  QRL_NOT_CALLED(add_ProcessFailed, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_ProcessFailed, EventRegistrationToken)
   HRESULT STDMETHODCALLTYPE AddScriptToExecuteOnDocumentCreated(LPCWSTR script,
                                                                 IUnknown* handler) override {
     Log("AddScriptToExecuteOnDocumentCreated(" + Narrow(script) + ", " +
         (handler ? "handler" : "null") + ")");
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE RemoveScriptToExecuteOnDocumentCreated(LPCWSTR) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(RemoveScriptToExecuteOnDocumentCreated, LPCWSTR)
   HRESULT STDMETHODCALLTYPE ExecuteScript(
       LPCWSTR script, ICoreWebView2ExecuteScriptCompletedHandler* handler) override {
     Log("ExecuteScript(" + Narrow(script) + ")");
@@ -233,12 +189,9 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
     scripts.push_back(handler);
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE CapturePreview(COREWEBVIEW2_CAPTURE_PREVIEW_IMAGE_FORMAT, IStream*,
-                                           IUnknown*) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(CapturePreview, COREWEBVIEW2_CAPTURE_PREVIEW_IMAGE_FORMAT, IStream*, IUnknown*)
   HRESULT STDMETHODCALLTYPE Reload() override { return Note("Reload"); }
-  HRESULT STDMETHODCALLTYPE PostWebMessageAsJson(LPCWSTR) override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(PostWebMessageAsJson, LPCWSTR)
   HRESULT STDMETHODCALLTYPE PostWebMessageAsString(LPCWSTR text) override {
     Log("PostWebMessageAsString(" + Narrow(text) + ")");
     return S_OK;
@@ -248,13 +201,9 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
       EventRegistrationToken* token) override {
     return Keep("add_WebMessageReceived", messages, handler, token);
   }
-  HRESULT STDMETHODCALLTYPE remove_WebMessageReceived(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE CallDevToolsProtocolMethod(LPCWSTR, LPCWSTR, IUnknown*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE get_BrowserProcessId(UINT32*) override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(remove_WebMessageReceived, EventRegistrationToken)
+  QRL_NOT_CALLED(CallDevToolsProtocolMethod, LPCWSTR, LPCWSTR, IUnknown*)
+  QRL_NOT_CALLED(get_BrowserProcessId, UINT32*)
   HRESULT STDMETHODCALLTYPE get_CanGoBack(BOOL* flag) override {
     *flag = FakeControl::Get().canGoBack;
     return Note("get_CanGoBack");
@@ -265,28 +214,15 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
   }
   HRESULT STDMETHODCALLTYPE GoBack() override { return Note("GoBack"); }
   HRESULT STDMETHODCALLTYPE GoForward() override { return Note("GoForward"); }
-  HRESULT STDMETHODCALLTYPE GetDevToolsProtocolEventReceiver(LPCWSTR, IUnknown**) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(GetDevToolsProtocolEventReceiver, LPCWSTR, IUnknown**)
   HRESULT STDMETHODCALLTYPE Stop() override { return Note("Stop"); }
-  HRESULT STDMETHODCALLTYPE add_NewWindowRequested(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_NewWindowRequested(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_DocumentTitleChanged(IUnknown*,
-                                                     EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_DocumentTitleChanged(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE get_DocumentTitle(LPWSTR*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE AddHostObjectToScript(LPCWSTR, VARIANT*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE RemoveHostObjectFromScript(LPCWSTR) override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(add_NewWindowRequested, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_NewWindowRequested, EventRegistrationToken)
+  QRL_NOT_CALLED(add_DocumentTitleChanged, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_DocumentTitleChanged, EventRegistrationToken)
+  QRL_NOT_CALLED(get_DocumentTitle, LPWSTR*)
+  QRL_NOT_CALLED(AddHostObjectToScript, LPCWSTR, VARIANT*)
+  QRL_NOT_CALLED(RemoveHostObjectFromScript, LPCWSTR)
   HRESULT STDMETHODCALLTYPE OpenDevToolsWindow() override { return Note("OpenDevToolsWindow"); }
 
  private:
@@ -316,53 +252,32 @@ class FakeController final
     view_->Release();
   }
 
-  HRESULT STDMETHODCALLTYPE get_IsVisible(BOOL*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_IsVisible(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE get_Bounds(RECT*) override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(get_IsVisible, BOOL*)
+  QRL_NOT_CALLED(put_IsVisible, BOOL)
+  QRL_NOT_CALLED(get_Bounds, RECT*)
   HRESULT STDMETHODCALLTYPE put_Bounds(RECT bounds) override {
     Log("put_Bounds(" + std::to_string(bounds.left) + "," + std::to_string(bounds.top) + "," +
         std::to_string(bounds.right) + "," + std::to_string(bounds.bottom) + ")");
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE get_ZoomFactor(double*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_ZoomFactor(double) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE add_ZoomFactorChanged(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_ZoomFactorChanged(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE SetBoundsAndZoomFactor(RECT, double) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE MoveFocus(COREWEBVIEW2_MOVE_FOCUS_REASON) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_MoveFocusRequested(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_MoveFocusRequested(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_GotFocus(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_GotFocus(EventRegistrationToken) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE add_LostFocus(IUnknown*, EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_LostFocus(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE add_AcceleratorKeyPressed(IUnknown*,
-                                                      EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_AcceleratorKeyPressed(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE get_ParentWindow(HWND*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE put_ParentWindow(HWND) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE NotifyParentWindowPositionChanged() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE Close() override { return E_NOTIMPL; }
+  QRL_NOT_CALLED(get_ZoomFactor, double*)
+  QRL_NOT_CALLED(put_ZoomFactor, double)
+  QRL_NOT_CALLED(add_ZoomFactorChanged, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_ZoomFactorChanged, EventRegistrationToken)
+  QRL_NOT_CALLED(SetBoundsAndZoomFactor, RECT, double)
+  QRL_NOT_CALLED(MoveFocus, COREWEBVIEW2_MOVE_FOCUS_REASON)
+  QRL_NOT_CALLED(add_MoveFocusRequested, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_MoveFocusRequested, EventRegistrationToken)
+  QRL_NOT_CALLED(add_GotFocus, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_GotFocus, EventRegistrationToken)
+  QRL_NOT_CALLED(add_LostFocus, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_LostFocus, EventRegistrationToken)
+  QRL_NOT_CALLED(add_AcceleratorKeyPressed, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_AcceleratorKeyPressed, EventRegistrationToken)
+  QRL_NOT_CALLED(get_ParentWindow, HWND*)
+  QRL_NOT_CALLED(put_ParentWindow, HWND)
+  QRL_NOT_CALLED(NotifyParentWindowPositionChanged)
+  QRL_NOT_CALLED(Close)
   HRESULT STDMETHODCALLTYPE get_CoreWebView2(ICoreWebView2** view) override {
     Log("get_CoreWebView2");
     view_->AddRef();
@@ -392,18 +307,10 @@ class FakeEnvironment final
     });
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE CreateWebResourceResponse(IStream*, int, LPCWSTR, LPCWSTR,
-                                                      IUnknown**) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE get_BrowserVersionString(LPWSTR*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE add_NewBrowserVersionAvailable(IUnknown*,
-                                                           EventRegistrationToken*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE remove_NewBrowserVersionAvailable(EventRegistrationToken) override {
-    return E_NOTIMPL;
-  }
+  QRL_NOT_CALLED(CreateWebResourceResponse, IStream*, int, LPCWSTR, LPCWSTR, IUnknown**)
+  QRL_NOT_CALLED(get_BrowserVersionString, LPWSTR*)
+  QRL_NOT_CALLED(add_NewBrowserVersionAvailable, IUnknown*, EventRegistrationToken*)
+  QRL_NOT_CALLED(remove_NewBrowserVersionAvailable, EventRegistrationToken)
 };
 
 HRESULT STDAPICALLTYPE CreateEnvironment(
