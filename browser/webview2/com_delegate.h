@@ -18,7 +18,8 @@ class Delegate final : public Interface {
  public:
   using Body = std::function<HRESULT(Args...)>;
 
-  // The pointer takes the first reference: a new delegate counts none.
+  // The pointer takes the first reference: a new delegate counts none. (No
+  // Attach: mingw-w64's ComPtr adds a reference there, unlike the SDK's.)
   static Microsoft::WRL::ComPtr<Interface> Make(Body body) {
     return Microsoft::WRL::ComPtr<Interface>(new Delegate(std::move(body)));
   }
