@@ -12,7 +12,9 @@ endif()
 set(prefix "${prefix}/qrl-wine-${suffix}")
 set(ENV{WINEPREFIX} "${prefix}")
 set(ENV{WINEDEBUG} "-all")
-execute_process(COMMAND ${WINE} ${PROGRAM} ${ARGS} RESULT_VARIABLE status)
+# A program that crashes must end and fail, not wait in wine's debugger.
+set(ENV{WINEDLLOVERRIDES} "winedbg.exe=d")
+execute_process(COMMAND ${WINE} ${PROGRAM} ${ARGS} RESULT_VARIABLE status TIMEOUT 600)
 # The prefix's server must be gone before its folder goes.
 execute_process(COMMAND wineserver -k)
 file(REMOVE_RECURSE "${prefix}")

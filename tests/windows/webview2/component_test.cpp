@@ -114,6 +114,22 @@ TEST_F(WebView2ComponentTest, DefaultsReachTheLoaderAndCreationIsNamedToTheScrip
   EXPECT_THAT(control.calls, ::testing::Contains("Navigate(https://https::edge://version/)"));
 }
 
+// A chain that ends in an error and no object leaves no browser; every
+// command still answers.
+TEST_F(WebView2ComponentTest, AFailedChainLeavesNoBrowserAndCommandsStillAnswer) {
+  for (const auto failing : {FakeControl::Failing::Environment, FakeControl::Failing::Controller}) {
+    control.failing = failing;
+    Call("wvcreate", {browserWindow.scriptHandle(), std::u16string(u"https://a/"),
+                      notifyWindow.scriptHandle()});
+    control.RunPending();
+    EXPECT_EQ(control.view(), nullptr);
+    EXPECT_EQ(Call("wvnavigate", {std::u16string(u"https://b/")}).integer, 0);
+    EXPECT_EQ(Call("wvback", {}).integer, -1);
+    EXPECT_EQ(Call("wvurl", {}).wide, u"");
+    EXPECT_EQ(Call("wvrefreshdom", {}).integer, 0);
+  }
+}
+
 TEST_F(WebView2ComponentTest, ANavigationEndsInACaptureOfTheUnescapedPage) {
   MakeLiveBrowser();
   control.RaiseNavigationStarting();

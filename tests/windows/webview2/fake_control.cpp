@@ -300,6 +300,11 @@ class FakeEnvironment final
         std::to_string(reinterpret_cast<std::uintptr_t>(parent)) + ")");
     handler->AddRef();
     FakeControl::Get().Post([handler] {
+      if (FakeControl::Get().failing == FakeControl::Failing::Controller) {
+        handler->Invoke(E_FAIL, nullptr);
+        FakeControl::Get().LetGo(handler);
+        return;
+      }
       auto* controller = new FakeController;
       handler->Invoke(S_OK, controller);
       controller->Release();
@@ -320,6 +325,11 @@ HRESULT STDAPICALLTYPE CreateEnvironment(
       Narrow(userDataFolder) + ", " + (options ? "options" : "null") + ")");
   handler->AddRef();
   FakeControl::Get().Post([handler] {
+    if (FakeControl::Get().failing == FakeControl::Failing::Environment) {
+      handler->Invoke(E_FAIL, nullptr);
+      FakeControl::Get().LetGo(handler);
+      return;
+    }
     auto* environment = new FakeEnvironment;
     handler->Invoke(S_OK, environment);
     environment->Release();
@@ -382,6 +392,7 @@ FakeControl& FakeControl::Start() {
   control.source = L"about:blank";
   control.canGoBack = control.canGoForward = FALSE;
   control.settingsFail = false;
+  control.failing = Failing::Nothing;
   if (!control.queueWindow_) {
     WNDCLASSW description{};
     description.lpfnWndProc = QueueWindowProc;

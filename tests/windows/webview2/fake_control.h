@@ -52,6 +52,9 @@ class FakeControl {
   BOOL canGoBack = FALSE;
   BOOL canGoForward = FALSE;
   bool settingsFail = false;
+  // The creation step that answers with an error and no object.
+  enum class Failing { Nothing, Environment, Controller };
+  Failing failing = Failing::Nothing;
 
   // Objects of the control that are still alive.
   int liveObjects = 0;
