@@ -18,14 +18,20 @@ include(GoogleTest)
 
 # One ctest per test case where starting a process is cheap; under wine,
 # where every start costs a second or more, one ctest per test program, in a
-# wine prefix of its own.
+# wine prefix of its own. NEEDS_DISPLAY gives a program that makes windows
+# under wine a private X display (xvfb-run).
 function(qrl_discover_tests target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NEEDS_DISPLAY" "" "")
   if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set(wine ${CMAKE_CROSSCOMPILING_EMULATOR})
+    if(arg_NEEDS_DISPLAY)
+      set(wine xvfb-run$<SEMICOLON>-a$<SEMICOLON>${wine})
+    endif()
     add_test(NAME ${target}
-      COMMAND ${CMAKE_COMMAND} -DWINE=${CMAKE_CROSSCOMPILING_EMULATOR}
+      COMMAND ${CMAKE_COMMAND} -DWINE=${wine}
               -DPROGRAM=$<TARGET_FILE:${target}>
               -P ${PROJECT_SOURCE_DIR}/cmake/RunInFreshWinePrefix.cmake)
   else()
-    gtest_discover_tests(${target} ${ARGN})
+    gtest_discover_tests(${target} ${arg_UNPARSED_ARGUMENTS})
   endif()
 endfunction()

@@ -23,7 +23,6 @@
 namespace qrl {
 
 class Arena;
-class HtmlElement;
 using ElementList = std::vector<ElementRef>;
 
 // The weak link from a node up to its parent, as a plain pointer: a parent

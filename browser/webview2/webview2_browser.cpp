@@ -12,7 +12,7 @@
 #include "browser/webview2/webview2_interfaces.h"
 #include "browser/webview2/webview2_loader.h"
 #include "browser/webview2/webview2_view.h"
-#include "browser/webview2/wide_text.h"
+#include "browser/windows/wide_text.h"
 #include "browser/windows/window_handle.h"
 
 namespace qrl::webview2 {

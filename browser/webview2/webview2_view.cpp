@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "browser/webview2/com_delegate.h"
-#include "browser/webview2/wide_text.h"
+#include "browser/windows/wide_text.h"
 
 namespace qrl::webview2 {
 namespace {
@@ -171,7 +171,7 @@ std::u16string WebView2View::GetSource() {
     CoTaskMemFree(source);
     return {};
   }
-  return TakeControlString(source);
+  return TakeComString(source);
 }
 
 bool WebView2View::CanGoBack() {

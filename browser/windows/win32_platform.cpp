@@ -8,13 +8,12 @@
 
 #include "browser/browser_platform.h"
 #include "browser/message_box_line.h"
+#include "browser/windows/wide_text.h"
 #include "browser/windows/window_handle.h"
 #include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
-
-std::wstring AsWide(std::u16string_view text) { return std::wstring(text.begin(), text.end()); }
 
 class Win32Platform : public BrowserPlatform {
  public:
@@ -42,7 +41,7 @@ class Win32Platform : public BrowserPlatform {
     WriteMessageBoxLine(text, title);
     if (!MessageBoxDialogsAllowed()) return;
     if (width == TextWidth::Wide) {
-      MessageBoxW(nullptr, AsWide(Utf8ToUtf16(text)).c_str(), AsWide(Utf8ToUtf16(title)).c_str(),
+      MessageBoxW(nullptr, ToWide(Utf8ToUtf16(text)).c_str(), ToWide(Utf8ToUtf16(title)).c_str(),
                   MB_OK);
     } else {
       MessageBoxA(nullptr, std::string(text).c_str(), std::string(title).c_str(), MB_OK);
@@ -53,14 +52,13 @@ class Win32Platform : public BrowserPlatform {
     wchar_t folder[MAX_PATH];
     if (SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder) != S_OK)
       return std::nullopt;
-    const std::wstring_view path(folder);
-    return std::u16string(path.begin(), path.end());
+    return FromWide(folder);
   }
 
   char16_t FolderSeparator() const override { return u'\\'; }
 
   void CreateFolder(std::u16string_view path) override {
-    CreateDirectoryW(AsWide(path).c_str(), nullptr);
+    CreateDirectoryW(ToWide(path).c_str(), nullptr);
   }
 };
 

@@ -1,9 +1,10 @@
 #include "tests/windows/webview2/fake_control.h"
 
-#include <atomic>
 #include <set>
 #include <utility>
 
+#include "browser/webview2/com_object.h"
+#include "browser/windows/wide_text.h"
 #include "commands/unicode_text.h"
 #include "tests/windows/webview2/test_loader.h"
 
@@ -20,40 +21,21 @@ namespace {
 constexpr UINT RunWorkMessage = WM_APP + 1;
 
 std::string Narrow(const wchar_t* text) {
-  if (!text) return "null";
-  const std::wstring_view wide(text);
-  return Utf16ToUtf8(std::u16string(wide.begin(), wide.end()));
+  return text ? Utf16ToUtf8(FromWide(text)) : "null";
 }
 
 std::string Bool(BOOL flag) { return flag ? "1" : "0"; }
 
-// Reference counting and QueryInterface of every object of the control.
+// Every object of the control is counted while it lives, and starts with the
+// one reference that its maker holds.
 template <typename Interface, const IID& InterfaceId>
-class FakeObject : public Interface {
+class FakeObject : public ComObject<Interface, InterfaceId> {
  public:
-  FakeObject() { ++FakeControl::Get().liveObjects; }
-  virtual ~FakeObject() { --FakeControl::Get().liveObjects; }
-  FakeObject(const FakeObject&) = delete;
-  FakeObject& operator=(const FakeObject&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (iid != IID_IUnknown && iid != InterfaceId) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    AddRef();
-    *object = static_cast<Interface*>(this);
-    return S_OK;
+  FakeObject() {
+    this->AddRef();
+    ++FakeControl::Get().liveObjects;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
- private:
-  std::atomic<ULONG> references_{1};
+  ~FakeObject() override { --FakeControl::Get().liveObjects; }
 };
 
 void Log(std::string line) { FakeControl::Get().calls.push_back(std::move(line)); }

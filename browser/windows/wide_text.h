@@ -1,4 +1,4 @@
-// Texts between our UTF-16 strings and the control's wide strings, which on
+// Texts between our UTF-16 strings and the system's wide strings, which on
 // Windows hold the same 16-bit units.
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace qrl::webview2 {
+namespace qrl {
 
 inline std::wstring ToWide(std::u16string_view text) {
   return std::wstring(text.begin(), text.end());
@@ -19,12 +19,12 @@ inline std::u16string FromWide(const wchar_t* text) {
   return std::u16string(text, text + std::wcslen(text));
 }
 
-// Copies a string that the control handed out and frees it as the control
-// asks: with CoTaskMemFree.
-inline std::u16string TakeControlString(LPWSTR text) {
+// Copies a string that a COM method handed out and frees it as COM asks:
+// with CoTaskMemFree.
+inline std::u16string TakeComString(LPWSTR text) {
   std::u16string copy = FromWide(text);
   CoTaskMemFree(text);
   return copy;
 }
 
-}  // namespace qrl::webview2
+}  // namespace qrl
