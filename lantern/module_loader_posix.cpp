@@ -17,10 +17,9 @@ void* ModuleHost::OpenLibrary(const std::string& path) {
   // A bare file name would send the loader through the library search path;
   // the host means the file in the current directory.
   const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
-  // The module stays mapped after the host lets go of it: a browser
-  // component registers types and threads with its toolkit that cannot be
-  // torn down, so unmapping it could pull code from under them.
-  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+  // Loaded as any host loads an extender: whether it may be unmapped again is
+  // the module's own business.
+  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     // The loader's text names the file itself, mostly.
     const std::string reason = LoaderText();
