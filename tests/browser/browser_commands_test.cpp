@@ -35,7 +35,7 @@ TEST_F(BrowserCommandTest, EachCommandIdleAndLive) {
       {"wvforward", {}, refused, keep, refused, {"view1.CanGoForward"}},
       {"wvforward", {}, refused, [](StandInView& v) { v.canGoForward = true; }, one,
        {"view1.CanGoForward", "view1.GoForward"}},
-      // No URL rule and no "Nav" for the home.
+      // No URL rule and no "Nav" for a home, which replaces the start URL.
       {"wvhome", {std::u16string(u"C:\\pages\\home.html")}, one, keep, one,
        {"view1.Navigate(C:\\pages\\home.html)"}},
       {"wvreload", {std::string("x")}, one, keep, one, {"view1.Reload"}},
@@ -58,6 +58,8 @@ TEST_F(BrowserCommandTest, EachCommandIdleAndLive) {
       {"wvrefreshdom", {}, zero, keep, zero,
        {"SetWindowText(9, Nav)", "view1.ExecuteScript(document.documentElement.outerHTML;)"}},
       {"wvexecutescript", {std::u16string(u"1")}, one, keep, one, {"view1.ExecuteScript(1)"}},
+      // The last home, not the navigation since.
+      {"wvhome", {}, one, keep, one, {"view1.Navigate(C:\\pages\\home.html)"}},
   };
   Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string(u"file:///start.html"),
                     std::int32_t{ProgressWindow}});
@@ -90,16 +92,6 @@ TEST_F(BrowserCommandTest, UrlTextStaysReadableWhileOtherCommandsRun) {
   ASSERT_EQ(result.type, ValueWideText);
   Call("wvreload", {});
   EXPECT_EQ(std::u16string(static_cast<const char16_t*>(result.text)), u"file:///first.html");
-}
-
-// A home replaces the start URL that a later home uses; a navigation does not.
-TEST_F(BrowserCommandTest, HomeGoesToTheLastHome) {
-  MakeLiveBrowser(u"file:///start.html");
-  Call("wvhome", {std::u16string(u"file:///home.html")});
-  Call("wvnavigate", {std::u16string(u"file:///other.html")});
-  log.clear();
-  Call("wvhome", {});
-  EXPECT_THAT(log, ElementsAre("view1.Navigate(file:///home.html)"));
 }
 
 }  // namespace

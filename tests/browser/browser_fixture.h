@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -29,7 +28,6 @@ class BrowserTest : public ::testing::Test {
     UsePlatform(&platform);
     platform.clientRects[BrowserWindow] = {0, 0, 640, 480};
     ScriptEventName.clear();
-    CanGoBackFlag = CanGoForwardFlag = 0;
   }
   ~BrowserTest() override {
     BrowserView.reset();
@@ -47,6 +45,9 @@ class BrowserTest : public ::testing::Test {
     EXPECT_TRUE(host.contractFaults().empty()) << name << ": " << host.contractFaults().front();
     return outcome.result;
   }
+  Value IdOf(const char* id) {
+    return Call("wvgetelementbyid", {std::int32_t{0}, std::string(id)});
+  }
 
   // A live browser in BrowserWindow, reporting to ProgressWindow, with the
   // log cleared behind the chain.
@@ -57,18 +58,16 @@ class BrowserTest : public ::testing::Test {
     return *browser.view();
   }
 
-  // Hands `json` to the newest script in flight.
-  void AnswerScript(std::u16string_view json, ResultCode errorCode = ResultOk) {
+  // Hands `json` to the newest script in flight; gives what that printed.
+  std::string AnswerScript(std::u16string_view json, ResultCode errorCode = ResultOk) {
+    ::testing::internal::CaptureStdout();
     browser.view()->CompleteScript(browser.view()->scriptsInFlight() - 1, errorCode, json);
+    return ::testing::internal::GetCapturedStdout();
   }
 
   std::string Progress() const {
     const auto found = platform.windowTexts.find(ProgressWindow);
     return found == platform.windowTexts.end() ? std::string() : found->second;
-  }
-  int ProgressCount(std::string_view text) const {
-    return static_cast<int>(std::count(log.begin(), log.end(),
-                                       "SetWindowText(9, " + std::string(text) + ")"));
   }
 
   // The outer markup of the current document's root.

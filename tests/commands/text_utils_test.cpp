@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "commands/text_utils.h"
+#include "commands/unicode_text.h"
 
 namespace qrl {
 namespace {
@@ -11,9 +14,7 @@ namespace {
 std::u16string Units(std::initializer_list<char16_t> units) { return std::u16string(units); }
 
 TEST(UnescapeJsonTextTest, EscapesShortTailsAndNumbers) {
-  const struct {
-    std::u16string input, expected;
-  } cases[] = {
+  const std::pair<std::u16string, std::u16string> cases[] = {
       {u"\"a\\\"b\"", u"\"a\"b\""},  // surrounding quotes stay
       {u"\\n\\r\\t\\\\\\/\\b\\f", u"\n\r\t\\/bf"}, {u"\\\\n", u"\\n"}, {u"ab\\", u"ab\\"}, {u"x\\u12", u"xu12"},
       {u"\\u\\n", u"u\n"}, {u"\\u00e9", u"\u00e9"},  // exactly six units at the end
@@ -21,42 +22,34 @@ TEST(UnescapeJsonTextTest, EscapesShortTailsAndNumbers) {
       {u"\\u-001", Units({0xFFFF})}, {u"\\u0x41", u"A"}, {u"\\u0xZ1", Units({0})}, {u"\\u +7F", Units({0x7F})},
       {u"\\u+-12", Units({0})},
   };
-  for (const auto& c : cases) EXPECT_EQ(UnescapeJsonText(c.input), c.expected) << testing::PrintToString(c.input);
+  for (const auto& [input, expected] : cases)
+    EXPECT_EQ(UnescapeJsonText(input), expected) << testing::PrintToString(input);
 }
 
 TEST(DecodeEntitiesTest, RowsApplyInTableOrder) {
-  const struct {
-    std::string input, expected;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"&amp;&apos;&copy;&gt;&lt;&quot;&reg;", "&'\xA9><\"\xAE"}, {"&amp &lt", "&amp &lt"},
       {"&AMP;&#169;&nbsp;", "&AMP;&#169;&nbsp;"},
       {"&amp;lt;", "<"},       // an earlier row feeds a later one
       {"&amp;amp;", "&amp;"},  // but never itself
       {"&lt;amp;", "<amp;"},   // nor an earlier one
   };
-  for (const auto& c : cases) EXPECT_EQ(DecodeEntities(c.input), c.expected) << c.input;
+  for (const auto& [input, expected] : cases) EXPECT_EQ(DecodeEntities(input), expected) << input;
 }
 
-TEST(ToLowerTest, FoldsAsciiLettersOnly) {
+// Only ASCII letters fold, and only the blank cuts a list of words.
+TEST(ToLowerAndSplitWordsTest, TouchAsciiLettersAndBlanksOnly) {
+  using Words = std::vector<std::string>;
   EXPECT_EQ(ToLower(std::string("AZaz@[`{09 \xC3\x89\xFF")), "azaz@[`{09 \xC3\x89\xFF");
   EXPECT_EQ(ToLower(std::u16string(u"HTTPS://\u00c9X\u0130")), u"https://\u00c9x\u0130");
-}
-
-using Pieces = std::vector<std::string>;
-
-TEST(SplitWordsTest, CutsAtBlanksOnly) {
-  EXPECT_EQ(SplitWords("   "), Pieces{});
-  EXPECT_EQ(SplitWords("  a  b a "), (Pieces{"a", "b", "a"}));
-  EXPECT_EQ(SplitWords("a\tb c\n"), (Pieces{"a\tb", "c\n"}));
+  EXPECT_EQ(SplitWords("   "), Words{});
+  EXPECT_EQ(SplitWords("  a  b a "), (Words{"a", "b", "a"}));
+  EXPECT_EQ(SplitWords("a\tb c\n"), (Words{"a\tb", "c\n"}));
 }
 
 TEST(SplitFieldsTest, CutsTrimsAndSizes) {
-  const struct {
-    char delimiter;
-    int keepEmpty, fieldCount;
-    std::string text;
-    Pieces expected;
-  } cases[] = {
+  // delimiter, keepEmpty, fieldCount, text, fields
+  const std::tuple<char, int, int, std::string, std::vector<std::string>> cases[] = {
       {'*', 1, 0, "", {}}, {'*', 1, 0, "*abc*", {"", "abc", ""}}, {'*', 1, 0, "*", {"", ""}},
       {'*', 1, 0, "a * b", {"a", "b"}}, {'*', 1, 0, "a**b", {"a", "", "b"}}, {'*', 1, 0, " *  * \t", {"", " ", "\t"}},
       // Empty pieces are skipped before trimming, so a blank piece survives.
@@ -67,57 +60,72 @@ TEST(SplitFieldsTest, CutsTrimsAndSizes) {
       {'*', 1, 2, "a*b*c", {"a", "b"}}, {'*', 1, 4, "a*b", {"a", "b", "", ""}}, {'*', 0, 2, "*a", {"a", ""}},
       {'*', 1, -1, "a*b*c", {"a", "b", "c"}},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(SplitFields(c.delimiter, c.keepEmpty, c.fieldCount, c.text), c.expected)
-        << '"' << c.text << "\" '" << c.delimiter << "' " << c.keepEmpty << ' ' << c.fieldCount;
+  for (const auto& [delimiter, keepEmpty, fieldCount, text, fields] : cases) {
+    EXPECT_EQ(SplitFields(delimiter, keepEmpty, fieldCount, text), fields)
+        << '"' << text << "\" '" << delimiter << "' " << keepEmpty << ' ' << fieldCount;
   }
 }
 
 TEST(TrimTextTest, KeepsLastByteAndHonoursSide) {
-  const TrimSide unknown = static_cast<TrimSide>('X');
-  const struct {
-    std::string text;
-    TrimSide side;
-    std::string expected;
-  } cases[] = {
+  const TrimSide unknown{'X'};
+  const std::tuple<std::string, TrimSide, std::string> cases[] = {
       {" ", TrimSide::Left, ""}, {" ", unknown, ""}, {"   ", TrimSide::Both, " "}, {"\t", TrimSide::Both, "\t"},
       {"\r\n", TrimSide::Right, "\r"}, {"  a  ", TrimSide::Left, "a  "}, {"  a  ", TrimSide::Right, "  a"},
       {"\t\r\n a \n\r\t", TrimSide::Both, "a"}, {"\va b\f", TrimSide::Both, "\va b\f"}, {"  a  ", unknown, "  a  "},
   };
-  for (const auto& c : cases) EXPECT_EQ(TrimText(c.text, c.side), c.expected) << '"' << c.text << "\" " << char(c.side);
-}
-
-TEST(ReplaceAllTest, IgnoresEmptyFromAndKeepsEveryUnit) {
-  EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
-  EXPECT_EQ(ReplaceAll("a-b-", "-", ""), "ab");
-  EXPECT_EQ(ReplaceAll(std::string("a\0b", 3), std::string("\0", 1), "0"), "a0b");
-  EXPECT_EQ(ReplaceAll(u"a\u00e9a", u"a", u"aa"), u"aa\u00e9aa");
-  EXPECT_EQ(ReplaceAll(u"abc", u"", u"x"), u"abc");
+  for (const auto& [text, side, expected] : cases)
+    EXPECT_EQ(TrimText(text, side), expected) << '"' << text << "\" " << char(side);
 }
 
 // Every text of up to eight letters over {a, b} against every pattern of up
-// to four, compared with a plain in-place replacement that searches on behind
-// the inserted text: catches a search that loses an occurrence after a
-// partial match, resumes at the wrong place or rescans what it inserted.
+// to four, in both widths, compared with a plain in-place replacement that
+// searches on behind the inserted text: catches a search that loses an
+// occurrence after a partial match, resumes at the wrong place or rescans
+// what it inserted.
 TEST(ReplaceAllTest, AgreesWithInPlaceReplacementExhaustively) {
-  std::vector<std::string> words;
-  for (std::size_t length = 1; length <= 8; ++length) {
-    for (unsigned bits = 0; bits < (1u << length); ++bits) {
-      std::string word;
-      for (std::size_t i = 0; i < length; ++i) word.push_back((bits >> i) & 1 ? 'b' : 'a');
-      words.push_back(word);
-    }
-  }
+  EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
+  EXPECT_EQ(ReplaceAll(u"abc", u"", u"x"), u"abc");
+  EXPECT_EQ(ReplaceAll(std::string("a\0b", 3), std::string("\0", 1), "0"), "a0b");
+  std::vector<std::string> words{"a", "b"};  // shortest first
+  for (std::size_t i = 0; words[i].size() < 8; ++i) words.insert(words.end(), {words[i] + 'a', words[i] + 'b'});
+  const auto wide = [](const std::string& text) { return std::u16string(text.begin(), text.end()); };
   for (const auto& text : words) {
     for (const auto& from : words) {
       if (from.size() > 4) break;
-      const std::string to = "ba";
-      std::string expected = text;
-      for (auto at = expected.find(from); at != std::string::npos; at = expected.find(from, at + to.size())) {
-        expected.replace(at, from.size(), to);
+      for (const std::string to : {"", "ba"}) {
+        std::string expected = text;
+        for (auto at = expected.find(from); at != std::string::npos; at = expected.find(from, at + to.size())) {
+          expected.replace(at, from.size(), to);
+        }
+        ASSERT_EQ(ReplaceAll(text, from, to), expected) << text << " / " << from << " / " << to;
+        ASSERT_EQ(ReplaceAll(wide(text), wide(from), wide(to)), wide(expected)) << text << " / " << from;
       }
-      ASSERT_EQ(ReplaceAll(text, from, to), expected) << text << " / " << from;
     }
+  }
+}
+
+// Well-formed text converts both ways; what either side cannot read becomes
+// U+FFFD, in the one direction given.
+TEST(UnicodeTextTest, ConvertsAndReplacesWhatItCannotRead) {
+  enum Direction { Both, ToWide, ToNarrow };
+  const std::tuple<std::string, std::u16string, Direction> cases[] = {
+      {"", u"", Both}, {"caf\xC3\xA9", u"caf\u00E9", Both}, {"\xE2\x82\xAC 5", u"\u20AC 5", Both},
+      {"\xF0\x9F\x98\x80", u"\U0001F600", Both}, {"\xF4\x8F\xBF\xBF", u"\U0010FFFF", Both},
+      {"\xEF\xBF\xBF", u"\uFFFF", Both}, {std::string("a\0b", 3), std::u16string(u"a\0b", 3), Both},
+      // A stray continuation byte, a sequence cut off at the end or missing its
+      // continuation (the next byte stays), an overlong one, an encoded
+      // surrogate, a code point above U+10FFFF.
+      {"\x80", u"\uFFFD", ToWide}, {"a\xC3", u"a\uFFFD", ToWide}, {"\xC3(", u"\uFFFD(", ToWide},
+      {"\xC0\xAF", u"\uFFFD\uFFFD", ToWide}, {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", ToWide},
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", ToWide}, {"\xFF", u"\uFFFD", ToWide},
+      // Unpaired surrogates.
+      {"\xEF\xBF\xBD", Units({0xD800}), ToNarrow}, {"\xEF\xBF\xBD" "a", Units({0xDC00, u'a'}), ToNarrow},
+      {"\xEF\xBF\xBD\xF0\x9F\x98\x80", Units({0xD83D, 0xD83D, 0xDE00}), ToNarrow},
+  };
+  for (const auto& [utf8, utf16, direction] : cases) {
+    SCOPED_TRACE(testing::PrintToString(utf8));
+    if (direction != ToNarrow) { EXPECT_EQ(Utf8ToUtf16(utf8), utf16); }
+    if (direction != ToWide) { EXPECT_EQ(Utf16ToUtf8(utf16), utf8); }
   }
 }
 

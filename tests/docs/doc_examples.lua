@@ -13,88 +13,54 @@ assert(doc_path and lantern_path, "usage: doc_examples.lua DOC.md LANTERN")
 -- path that holds from there.
 if lantern_path:sub(1, 1) ~= "/" then lantern_path = os.getenv("PWD") .. "/" .. lantern_path end
 local doc_dir = doc_path:match("^(.*)/[^/]*$") or "."
+local function quoted(text) return "'" .. text:gsub("'", "'\\''") .. "'" end
 
-local function quoted(text)
-  return "'" .. text:gsub("'", "'\\''") .. "'"
-end
-
--- The sections of the reference: each heading with the examples under it.
-local function read_sections(path)
-  local sections, current = {}, {title = "(top)", examples = {}}
-  sections[1] = current
-  local file = assert(io.open(path, "rb"))
-  local in_code, code = false, nil
-  for line in file:lines() do
-    if in_code then
-      if line == "```" then
-        current.examples[#current.examples + 1] = table.concat(code, "\n") .. "\n"
-        in_code = false
-      else
-        code[#code + 1] = line
-      end
-    elseif line == "```lua" then
-      in_code, code = true, {}
-    elseif line:match("^##+ ") then
-      current = {title = line:gsub("^#+ ", ""), examples = {}}
-      sections[#sections + 1] = current
-    end
+-- The sections of the reference: each heading with the examples under it;
+-- `documented` holds the function sections' names in order.
+local sections, documented, code = {{title = "(top)", examples = {}}}, {}, nil
+for line in assert(io.open(doc_path, "rb")):lines() do
+  local section = sections[#sections]
+  if code and line == "```" then
+    section.examples[#section.examples + 1], code = table.concat(code, "\n") .. "\n", nil
+  elseif code then
+    code[#code + 1] = line
+  elseif line == "```lua" then
+    code = {}
+  elseif line:match("^##+ ") then
+    local title = line:gsub("^#+ ", "")
+    sections[#sections + 1] = {title = title, examples = {}}
+    if title:match("^wv%w+$") then documented[#documented + 1] = title:lower() end
   end
-  file:close()
-  assert(not in_code, "an example is not closed")
-  return sections
 end
+assert(not code, "an example is not closed")
 
 -- The module's functions in the order of its table, from `lantern --list`.
-local function module_functions()
-  local listing = assert(io.popen(quoted(lantern_path) .. " --list"))
-  local names = {}
-  for line in listing:lines() do
-    local name = line:match("^%s*%d+%s+function%s+(%S+)")
-    if name then names[#names + 1] = name end
+local listing, index = assert(io.popen(quoted(lantern_path) .. " --list")), 0
+for line in listing:lines() do
+  local name = line:match("^%s*%d+%s+function%s+(%S+)")
+  if name then
+    index = index + 1
+    assert(documented[index] == name, string.format("function %d is %s, the reference has %s there",
+                                                    index - 1, name, tostring(documented[index])))
   end
-  assert(listing:close(), "lantern --list failed")
-  return names
 end
+assert(listing:close(), "lantern --list failed")
+assert(#documented == index, "the reference documents functions that the module lacks")
 
-local function check_coverage(sections)
-  local documented = {}
-  for _, section in ipairs(sections) do
-    if section.title:match("^wv%w+$") then
-      documented[#documented + 1] = section.title:lower()
-      assert(#section.examples > 0, section.title .. " has no example")
-    end
-  end
-  local names = module_functions()
-  assert(#names == 35, "the module lists " .. #names .. " functions")
-  for i, name in ipairs(names) do
-    assert(documented[i] == name, string.format("function %d is %s, the reference has %s there",
-                                                i - 1, name, tostring(documented[i])))
-  end
-  assert(#documented == #names, "the reference documents functions that the module lacks")
-end
-
-local function run_example(code)
-  local script = os.tmpname()
-  local file = assert(io.open(script, "wb"))
-  file:write(code)
-  file:close()
-  local command = "cd " .. quoted(doc_dir) .. " && PWD=\"$(pwd)\" " .. quoted(lantern_path) .. " "
-                  .. quoted(script) .. " 2>&1"
-  local output = io.popen(command)
-  local text = output:read("a")
-  local ok = output:close()
-  os.remove(script)
-  return ok and not text:find("lantern: ", 1, true), text
-end
-
-local sections = read_sections(doc_path)
-check_coverage(sections)
 local failed, count = {}, 0
 for _, section in ipairs(sections) do
-  for i, code in ipairs(section.examples) do
+  local needs_example = section.title:match("^wv%w+$")
+  assert(#section.examples > 0 or not needs_example, section.title .. " has no example")
+  for i, example in ipairs(section.examples) do
     count = count + 1
+    local script = os.tmpname()
+    assert(io.open(script, "wb")):write(example):close()
     local started = os.time()
-    local ok, output = run_example(code)
+    local run = io.popen("cd " .. quoted(doc_dir) .. " && PWD=\"$(pwd)\" " ..
+                         quoted(lantern_path) .. " " .. quoted(script) .. " 2>&1")
+    local output = run:read("a")
+    local ok = run:close() and not output:find("lantern: ", 1, true)
+    os.remove(script)
     local name = section.title .. (#section.examples > 1 and " #" .. i or "")
     print(string.format("%-4s %s (%d s)", ok and "ok" or "FAIL", name, os.time() - started))
     if not ok then

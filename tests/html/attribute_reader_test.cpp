@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "html/class_names.h"
 #include "tests/html/parse_helpers.h"
 
 namespace qrl::testing {
@@ -15,7 +14,8 @@ std::string Written(const AttributeMap& attributes) {
   return out;
 }
 
-// The same raw text read on its own and inside a parsed tag must agree.
+// The same raw text read on its own and inside a parsed tag must agree, and
+// every name read must be found again (past eight names by a binary search).
 TEST(AttributeReaderTest, ReadsRawTagText) {
   const struct {
     std::string raw, attributes;
@@ -40,6 +40,8 @@ TEST(AttributeReaderTest, ReadsRawTagText) {
     if (c.warnings) {
       EXPECT_EQ(warnings.rfind("WARN : attribute unexpected ", 0), 0u);
     }
+    for (const Attribute& entry : element.attributes) EXPECT_EQ(element.attributes.find(entry.first), &entry);
+    EXPECT_FALSE(element.attributes.contains("h0"));  // sorts between two of the many names
 
     const ParseOutcome parsed = ParseCapturingWarnings("<e " + c.raw + "></e>");
     ASSERT_EQ(parsed.document->root->children.size(), 1u);
@@ -48,30 +50,18 @@ TEST(AttributeReaderTest, ReadsRawTagText) {
   }
 }
 
-TEST(AttributeReaderTest, TrimsSpacesOnlyAroundText) {
+// Outside a parse the reader also trims the blanks, and only those, around
+// the node's own text.
+TEST(AttributeReaderTest, TrimsOwnTextAndFindsOnlyExactNames) {
   HtmlElement element;
   const std::string text = "  \tx y\n  ";
   element.text = NodeString(text.c_str(), static_cast<std::uint32_t>(text.size()));
-  element.ParseAttributes("");
+  element.ParseAttributes("id=a ID=b");
   EXPECT_STREQ(element.text.c_str(), "\tx y\n");
   EXPECT_EQ(element.text.size(), 5u);
-}
-
-TEST(AttributeReaderTest, FindsOnlyExactNamesAndNeverAddsEntries) {
-  HtmlElement element;
-  element.ParseAttributes("id=a ID=b");
-  EXPECT_EQ(element.GetAttribute("id"), "a");
-  EXPECT_EQ(element.GetAttribute("ID"), "b");
-  EXPECT_EQ(element.GetAttribute("Id"), "");
-  EXPECT_EQ(element.GetAttribute("i"), "");
+  for (const auto& [name, value] : {std::pair{"id", "a"}, {"ID", "b"}, {"Id", ""}, {"i", ""}})
+    EXPECT_EQ(element.GetAttribute(name), value) << name;
   EXPECT_EQ(element.attributes.size(), 2u);
-}
-
-TEST(ClassNamesTest, SplitsAtSpacesOnly) {
-  using Names = std::set<std::string, std::less<>>;
-  EXPECT_EQ(SplitClassNames("b a  b"), (Names{"a", "b"}));
-  EXPECT_EQ(SplitClassNames("   "), Names{});
-  EXPECT_EQ(SplitClassNames(" x\ny\tz "), Names{"x\ny\tz"});
 }
 
 }  // namespace

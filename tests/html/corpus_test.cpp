@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "html/tree_walk.h"
 #include "tests/html/parse_helpers.h"
@@ -13,24 +13,13 @@
 namespace qrl::testing {
 namespace {
 
-std::string ReadCorpusPage(const std::string& name) {
-  const char* folder = std::getenv("QRL_CORPUS");
-  std::ifstream file(std::filesystem::path(folder ? folder : QRL_CORPUS_DIR) / (name + ".html"), std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
-}
-
-std::string MarkupOf(const DocumentRef& document) {
-  std::string markup;
-  document->root->AppendMarkup(markup);
-  return markup;
-}
-
 class CorpusTest : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(CorpusTest, TreeHangsTogetherAndMarkupIsAFixedPoint) {
-  const std::string page = ReadCorpusPage(GetParam());
+  const char* folder = std::getenv("QRL_CORPUS");
+  std::ifstream file(std::filesystem::path(folder ? folder : QRL_CORPUS_DIR) / (GetParam() + ".html"),
+                     std::ios::binary);
+  const std::string page{std::istreambuf_iterator<char>(file), {}};
   if (page.empty()) GTEST_SKIP() << "corpus page " << GetParam() << " not found";
   const DocumentRef document = ParseQuietly(page);
   std::size_t nodes = 0;
@@ -46,8 +35,8 @@ TEST_P(CorpusTest, TreeHangsTogetherAndMarkupIsAFixedPoint) {
     return !HasFailure();
   });
   EXPECT_GT(nodes, 1000u);
-  const std::string markup = MarkupOf(document);
-  EXPECT_EQ(MarkupOf(ParseQuietly(markup)), markup);
+  const std::string markup = MarkupOf(*document->root);
+  EXPECT_EQ(MarkupOf(*ParseQuietly(markup)->root), markup);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, CorpusTest, ::testing::Values("small", "book", "api", "code"));

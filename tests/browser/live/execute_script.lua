@@ -4,15 +4,8 @@ package.path = arg[0]:match("^(.*)/[^/]*$") .. "/?.lua;" .. package.path
 local live = require("live_support")
 
 live.open("one.html")
-local scripts = {
-  "1 + 1",
-  "'a\"b\\\\c'",
-  "({list: [1, 'x', true]})",
-  "'caf\\u00e9 \\ud83d\\ude00'",
-  "",
-  "throw new Error('broken')",
-}
-for _, script in ipairs(scripts) do
+for _, script in ipairs({"1 + 1", "'a\"b\\\\c'", "({list: [1, 'x', true]})",
+                         "'caf\\u00e9 \\ud83d\\ude00'", "", "throw new Error('broken')"}) do
   print("run: " .. script)
   wvexecutescript(script)
   lantern.pump(300)
