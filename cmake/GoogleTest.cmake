@@ -20,9 +20,12 @@ include(GoogleTest)
 # where every start costs a second or more, one ctest per test program, in a
 # wine prefix of its own. NEEDS_DISPLAY gives a program that makes windows
 # under wine a private X display (xvfb-run).
+# A cross-built program with no wine to run it is only built.
 function(qrl_discover_tests target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NEEDS_DISPLAY" "" "")
-  if(CMAKE_CROSSCOMPILING_EMULATOR)
+  if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+    return()
+  elseif(CMAKE_CROSSCOMPILING_EMULATOR)
     set(wine ${CMAKE_CROSSCOMPILING_EMULATOR})
     if(arg_NEEDS_DISPLAY)
       set(wine xvfb-run$<SEMICOLON>-a$<SEMICOLON>${wine})

@@ -20,6 +20,17 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
+// From the first handler that the control gets, this DLL stays loaded until
+// the process ends. The control holds our handlers and calls them out of the
+// message loop whenever its work completes, also after a host has freed the
+// DLL; unmapping it would leave the control calling into nothing. A host that
+// loads the DLL again gets the same one back, with its browser as it was.
+void KeepModuleLoaded() {
+  HMODULE self = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                     reinterpret_cast<LPCWSTR>(&KeepModuleLoaded), &self);
+}
+
 using EnvironmentCompletedDelegate =
     Delegate<ICoreWebView2CreateCoreWebView2EnvironmentCompletedHandler,
              IID_ICoreWebView2CreateCoreWebView2EnvironmentCompletedHandler, HRESULT,
@@ -75,6 +86,7 @@ class WebView2Component final : public BrowserComponent {
                                EnvironmentCompletion completion) override {
     const LoaderEntry loader = FindLoader();
     if (!loader.create) return loader.failure;
+    KeepModuleLoaded();
     const auto handler = EnvironmentCompletedDelegate::Make(
         [completion = std::move(completion)](HRESULT errorCode,
                                              ICoreWebView2Environment* environment) {

@@ -10,6 +10,9 @@ pids=()
 for ((copy = 1; copy <= count; ++copy)); do
   "$@" >"${TMPDIR:-/tmp}/side-by-side-$$-$copy.log" 2>&1 &
   pids+=($!)
+  # A moment apart, so that copies that look for a free X display each find
+  # their own.
+  sleep 1
 done
 failed=0
 for ((copy = 1; copy <= count; ++copy)); do

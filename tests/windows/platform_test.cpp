@@ -31,19 +31,18 @@ TEST_F(Win32PlatformTest, SetsTheTextAndMeasuresTheClientArea) {
 TEST_F(Win32PlatformTest, HandlesOneMessageAtATimeAndSwallowsAQuit) {
   PostMessageA(window_.hwnd(), testing::TestWindow::ProbeMessage, 0, 0);
   PostMessageA(window_.hwnd(), testing::TestWindow::ProbeMessage, 0, 0);
-  platform.PumpOneMessage();
-  EXPECT_EQ(window_.probesHandled(), 1);
-  platform.PumpOneMessage();
-  EXPECT_EQ(window_.probesHandled(), 2);
-  platform.PumpOneMessage();  // nothing waiting: returns at once
-
+  // The third step finds nothing waiting and returns at once.
+  for (const int handled : {1, 2, 2}) {
+    platform.PumpOneMessage();
+    EXPECT_EQ(window_.probesHandled(), handled);
+  }
   PostQuitMessage(0);
   platform.PumpOneMessage();
   MSG message;
   EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
 }
 
-TEST_F(Win32PlatformTest, DataFolderIsUnderLocalAppData) {
+TEST_F(Win32PlatformTest, DataFolderIsUnderLocalAppDataOrNone) {
   const std::optional<std::u16string> appData = platform.LocalAppDataFolder();
   ASSERT_TRUE(appData.has_value());
   const std::filesystem::path folder =
@@ -52,6 +51,22 @@ TEST_F(Win32PlatformTest, DataFolderIsUnderLocalAppData) {
   EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
   std::filesystem::remove(folder);
   EXPECT_TRUE(folder.parent_path().u8string().ends_with(u8"Local")) << folder;
+  // Moved to a folder that does not exist, the system can't give it.
+  constexpr wchar_t key[] =
+      L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+  constexpr wchar_t name[] = L"Local AppData";
+  wchar_t saved[MAX_PATH];
+  DWORD type = 0, size = sizeof saved;
+  const bool had = RegGetValueW(HKEY_CURRENT_USER, key, name, RRF_RT_ANY | RRF_NOEXPAND, &type,
+                                saved, &size) == ERROR_SUCCESS;
+  const wchar_t missing[] = L"C:\\qrl-no-such-folder\\Local";
+  RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_EXPAND_SZ, missing, sizeof missing);
+  EXPECT_FALSE(platform.LocalAppDataFolder().has_value());
+  if (had) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, name, type, saved, size);
+  } else {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, name);
+  }
 }
 
 // The DLL through its exports, with no WebView2Loader.dll beside it or on the
@@ -62,7 +77,8 @@ TEST_F(Win32PlatformTest, CreationWithoutABrowserReportsAndGivesZero) {
   auto host = ModuleHost::Load(QRL_MODULE_PATH);
   const std::int32_t window = window_.scriptHandle();
   ::testing::internal::CaptureStderr();
-  const CallOutcome outcome = host->call("wvcreate", {window, std::u16string(u"about:blank"), window});
+  const CallOutcome outcome =
+      host->call("wvcreate", {window, std::u16string(u"about:blank"), window});
   const std::string reported = ::testing::internal::GetCapturedStderr();
   EXPECT_EQ(outcome.result.integer, 0);
   EXPECT_NE(reported.find("Error: WebView2 failed with HRESULT: 0x8007007E"), std::string::npos)

@@ -1,7 +1,9 @@
 // Query with code 1 on Windows, with real files: the version resource, the
 // host's QORSHELL.INI, the profile's language, and language files beside the
 // DLL or on the search path. Each case loads a copy of the DLL of its own,
-// which is a module of its own with a language search not yet made.
+// which is a module of its own with a language search not yet made. (How
+// the answer fills the host's buffer is the same on every system and tested
+// with the host.)
 //
 // Runs under wine in a prefix of its own: it writes into the Windows folder
 // and the profile.
@@ -11,9 +13,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "lantern/module_host.h"
 
@@ -35,125 +38,83 @@ void WriteFile(const fs::path& path, const std::string& text) {
 }
 
 // A language file with one entry for the extender named `baseName`.
-std::string LanguageEntry(const std::string& baseName, const std::string& text) {
+std::string LanguageEntry(const std::string& text, const std::string& baseName = "qrlantern") {
   return "[" + baseName + " Extender]\r\nX101=" + text + "\r\n";
 }
 
-class VersionAndDescription : public ::testing::Test {
- public:
-  void SetUp() override { Prepare(""); }
-
-  // A folder of the case's own, and no language setting anywhere. A folder
-  // is never reused: a DLL that was loaded from it cannot be deleted.
-  void Prepare(const std::string& suffix) {
-    const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    folder_ = fs::temp_directory_path() / ("qrl-version-" + name + suffix);
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-    fs::create_directories(ModuleFolder());
-    SetCurrentDirectoryA(folder_.string().c_str());
-    fs::remove(WindowsFolder() / "QORSHELL.INI", ignored);
-    WriteProfileStringA("INTL", "sLanguage", nullptr);
-  }
-
-  // A copy of the DLL as `baseName`.dll in the case's module folder.
-  std::unique_ptr<ModuleHost> Load(const std::string& baseName = "qrlantern") const {
-    const fs::path copy = ModuleFolder() / (baseName + ".dll");
-    fs::copy_file(QRL_MODULE_PATH, copy, fs::copy_options::overwrite_existing);
-    return ModuleHost::Load(copy.string());
-  }
-
-  static std::string Describe(ModuleHost& host) { return host.versionInfo().description; }
-
-  fs::path ModuleFolder() const { return folder_ / "module"; }
-
-  fs::path folder_;
-};
-
-TEST_F(VersionAndDescription, VersionComesFromTheResourceWhateverTheBuffer) {
-  auto host = Load();
-  // A buffer of 0 bytes is not touched; the others get as much of the text
-  // as fits before their zero.
-  const struct {
-    HostWord size;
-    std::string held;
-  } buffers[] = {{0, "##########"}, {1, ""}, {10, "DllMapSer"}};
-  for (const auto& b : buffers) {
-    char buffer[11] = "##########";
-    EXPECT_EQ(host->query(1, buffer, b.size), 44001) << b.size;
-    EXPECT_EQ(std::string(buffer), b.held) << b.size;
-  }
-  EXPECT_EQ(host->query(1, nullptr, 260), 44001);
-  EXPECT_EQ(Describe(*host), BuiltIn);
+// A folder of the case's own, with the module folder in it, and no language
+// setting anywhere. A folder is never reused: a DLL that was loaded from it
+// cannot be deleted.
+fs::path FreshFolder(const std::string& name) {
+  const fs::path folder = fs::temp_directory_path() / ("qrl-version-" + name);
+  std::error_code ignored;
+  fs::remove_all(folder, ignored);
+  fs::create_directories(folder / "module");
+  SetCurrentDirectoryA(folder.string().c_str());
+  fs::remove(WindowsFolder() / "QORSHELL.INI", ignored);
+  WriteProfileStringA("INTL", "sLanguage", nullptr);
+  return folder;
 }
 
-// Where the language comes from, and where its file is found.
-TEST_F(VersionAndDescription, LanguageFileFollowsTheHostsLanguageSetting) {
+// A copy of the DLL as `baseName`.dll in the case's module folder.
+std::unique_ptr<ModuleHost> Load(const fs::path& folder, const std::string& baseName) {
+  const fs::path copy = folder / "module" / (baseName + ".dll");
+  fs::copy_file(QRL_MODULE_PATH, copy, fs::copy_options::overwrite_existing);
+  return ModuleHost::Load(copy.string());
+}
+
+// Where the language comes from, where its file is found and which section
+// is read; the version number is the resource's whatever the description.
+TEST(VersionAndDescription, DescriptionFollowsTheHostsLanguageSetting) {
+  const fs::path shell = WindowsFolder() / "QORSHELL.INI";
   const struct {
     const char* why;
-    std::function<void(const VersionAndDescription&)> setUp;
+    // Files by their paths in the case's folder, or anywhere.
+    std::vector<std::pair<fs::path, std::string>> files;
     std::string expected;
+    const char* profileLanguage = nullptr;
+    std::string baseName = "qrlantern";
   } cases[] = {
       {"no setting anywhere: enu beside the module",
-       [](const auto& t) { WriteFile(t.ModuleFolder() / "QORMLANG.enu", LanguageEntry("qrlantern", "English")); },
-       "English"},
+       {{"module/QORMLANG.enu", LanguageEntry("English")}}, "English"},
       {"QORSHELL.INI in the Windows folder names the language",
-       [](const auto& t) {
-         WriteFile(WindowsFolder() / "QORSHELL.INI", "[MAIN]\r\nLanguage=deu\r\n");
-         WriteFile(t.ModuleFolder() / "QORMLANG.enu", LanguageEntry("qrlantern", "English"));
-         WriteFile(t.ModuleFolder() / "QORMLANG.deu", LanguageEntry("qrlantern", "Deutsch"));
-       },
-       "Deutsch"},
+       {{shell, "[MAIN]\r\nLanguage=deu\r\n"}, {"module/QORMLANG.enu", LanguageEntry("English")},
+        {"module/QORMLANG.deu", LanguageEntry("Deutsch")}}, "Deutsch"},
       {"the profile names it when QORSHELL.INI says XXX",
-       [](const auto& t) {
-         WriteFile(WindowsFolder() / "QORSHELL.INI", "[MAIN]\r\nLanguage=XXX\r\n");
-         WriteProfileStringA("INTL", "sLanguage", "fra");
-         WriteFile(t.ModuleFolder() / "QORMLANG.fra", LanguageEntry("qrlantern", "Fran~cais"));
-       },
-       "Fran\ncais"},
+       {{shell, "[MAIN]\r\nLanguage=XXX\r\n"}, {"module/QORMLANG.fra", LanguageEntry("Fran~cais")}},
+       "Fran\ncais", "fra"},
       {"a file only on the search path, by its bare name",
-       [](const auto& t) {
-         WriteFile(t.folder_ / "QORMLANG.enu", LanguageEntry("qrlantern", "Found|by search"));
-       },
-       "Found\tby search"},
-      {"no language file at all", [](const auto&) {}, BuiltIn},
-      {"no section for this extender",
-       [](const auto& t) { WriteFile(t.ModuleFolder() / "QORMLANG.enu", LanguageEntry("other", "Other")); },
-       BuiltIn},
-      {"no X101 key",
-       [](const auto& t) { WriteFile(t.ModuleFolder() / "QORMLANG.enu", "[qrlantern Extender]\r\nX102=No\r\n"); },
-       BuiltIn},
-      {"an entry XXX counts as none",
-       [](const auto& t) { WriteFile(t.ModuleFolder() / "QORMLANG.enu", LanguageEntry("qrlantern", "XXX")); },
-       BuiltIn},
+       {{"QORMLANG.enu", LanguageEntry("Found|by search")}}, "Found\tby search"},
+      {"the section is named for the module's own file name",
+       {{"module/QORMLANG.enu", LanguageEntry("Lamp keeper", "Lamps")}}, "Lamp keeper", nullptr,
+       "Lamps"},
       {"an entry longer than 259 bytes is cut",
-       [](const auto& t) {
-         WriteFile(t.ModuleFolder() / "QORMLANG.enu", LanguageEntry("qrlantern", std::string(400, 'L')));
-       },
-       std::string(259, 'L')},
+       {{"module/QORMLANG.enu", LanguageEntry(std::string(400, 'L'))}}, std::string(259, 'L')},
+      {"no language file at all", {}, BuiltIn},
+      {"no X101 key in the section",
+       {{"module/QORMLANG.enu", "[qrlantern Extender]\r\nX102=No\r\n"}}, BuiltIn},
+      {"an entry XXX counts as none", {{"module/QORMLANG.enu", LanguageEntry("XXX")}}, BuiltIn},
   };
   int index = 0;
   for (const auto& c : cases) {
-    Prepare("-" + std::to_string(index++));
-    c.setUp(*this);
-    auto host = Load();
-    EXPECT_EQ(Describe(*host), c.expected) << c.why;
+    SCOPED_TRACE(c.why);
+    const fs::path folder = FreshFolder("case-" + std::to_string(index++));
+    for (const auto& [path, text] : c.files) WriteFile(folder / path, text);
+    if (c.profileLanguage) WriteProfileStringA("INTL", "sLanguage", c.profileLanguage);
+    const ModuleHost::VersionInfo info = Load(folder, c.baseName)->versionInfo();
+    EXPECT_EQ(info.number, 44001);
+    EXPECT_EQ(info.description, c.expected);
   }
-}
-
-TEST_F(VersionAndDescription, SectionIsNamedForTheModulesOwnFileName) {
-  WriteFile(ModuleFolder() / "QORMLANG.enu", LanguageEntry("Lamps", "Lamp keeper"));
-  auto host = Load("Lamps");
-  EXPECT_EQ(Describe(*host), "Lamp keeper");
 }
 
 // The search runs once per process: a file that comes later is not seen, and
 // the built-in text stands.
-TEST_F(VersionAndDescription, LanguageFileThatAppearsLaterIsNotSeen) {
-  auto host = Load();
-  EXPECT_EQ(Describe(*host), BuiltIn);
-  WriteFile(ModuleFolder() / "QORMLANG.enu", LanguageEntry("qrlantern", "Too late"));
-  EXPECT_EQ(Describe(*host), BuiltIn);
+TEST(VersionAndDescription, LanguageFileThatAppearsLaterIsNotSeen) {
+  const fs::path folder = FreshFolder("late");
+  auto host = Load(folder, "qrlantern");
+  EXPECT_EQ(host->versionInfo().description, BuiltIn);
+  WriteFile(folder / "module" / "QORMLANG.enu", LanguageEntry("Too late"));
+  EXPECT_EQ(host->versionInfo().description, BuiltIn);
 }
 
 }  // namespace

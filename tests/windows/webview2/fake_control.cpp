@@ -1,5 +1,7 @@
 #include "tests/windows/webview2/fake_control.h"
 
+#include <deque>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -12,19 +14,54 @@ namespace qrl::testing {
 
 using namespace qrl::webview2;
 
-// A method of the control that the component never calls.
-#define QRL_NOT_CALLED(method, ...) \
-  HRESULT STDMETHODCALLTYPE method(__VA_ARGS__) override { return E_NOTIMPL; }
-
 namespace {
 
 constexpr UINT RunWorkMessage = WM_APP + 1;
 
-std::string Narrow(const wchar_t* text) {
-  return text ? Utf16ToUtf8(FromWide(text)) : "null";
+void Log(std::string line) { FakeControl::Get().calls.push_back(std::move(line)); }
+
+// An argument as the log shows it.
+std::string Text(const wchar_t* text) { return text ? Utf16ToUtf8(FromWide(text)) : "null"; }
+std::string Text(BOOL flag) { return flag ? "1" : "0"; }
+std::string Text(RECT r) {
+  return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) +
+         "," + std::to_string(r.bottom);
 }
 
-std::string Bool(BOOL flag) { return flag ? "1" : "0"; }
+}  // namespace
+
+// A method of the control that the component never calls.
+#define QRL_NOT_CALLED(method, ...) \
+  HRESULT STDMETHODCALLTYPE method(__VA_ARGS__) override { return E_NOTIMPL; }
+
+// A method whose every call is logged with its argument, as
+// "put_IsScriptEnabled(1)".
+#define QRL_LOGGED(method, Type)                          \
+  HRESULT STDMETHODCALLTYPE method(Type value) override { \
+    Log(#method "(" + Text(value) + ")");                 \
+    return S_OK;                                          \
+  }
+
+// A property that the component neither reads nor sets.
+#define QRL_NOT_TOUCHED(property, Type) \
+  QRL_NOT_CALLED(get_##property, Type*) \
+  QRL_NOT_CALLED(put_##property, Type)
+
+// An event that the component never subscribes to.
+#define QRL_NOT_SUBSCRIBED(event, Handler)                       \
+  QRL_NOT_CALLED(add_##event, Handler*, EventRegistrationToken*) \
+  QRL_NOT_CALLED(remove_##event, EventRegistrationToken)
+
+// An event that the component subscribes to, and never unsubscribes from:
+// the view keeps its handlers until it goes.
+#define QRL_EVENT(event, Handler, list)                                                  \
+  HRESULT STDMETHODCALLTYPE add_##event(Handler* handler, EventRegistrationToken* token) \
+      override {                                                                         \
+    return Keep("add_" #event, list, handler, token);                                    \
+  }                                                                                      \
+  QRL_NOT_CALLED(remove_##event, EventRegistrationToken)
+
+namespace {
 
 // Every object of the control is counted while it lives, and starts with the
 // one reference that its maker holds.
@@ -38,29 +75,18 @@ class FakeObject : public ComObject<Interface, InterfaceId> {
   ~FakeObject() override { --FakeControl::Get().liveObjects; }
 };
 
-void Log(std::string line) { FakeControl::Get().calls.push_back(std::move(line)); }
-
-// A setting whose every change is logged, as "put_IsScriptEnabled(1)".
-#define QRL_LOGGED_SETTING(method)                    \
-  HRESULT STDMETHODCALLTYPE method(BOOL on) override { \
-    Log(#method "(" + Bool(on) + ")");                 \
-    return S_OK;                                       \
-  }
-
 class FakeSettings final : public FakeObject<ICoreWebView2Settings, IID_ICoreWebView2Settings> {
  public:
   QRL_NOT_CALLED(get_IsScriptEnabled, BOOL*)
-  QRL_LOGGED_SETTING(put_IsScriptEnabled)
+  QRL_LOGGED(put_IsScriptEnabled, BOOL)
   QRL_NOT_CALLED(get_IsWebMessageEnabled, BOOL*)
-  QRL_LOGGED_SETTING(put_IsWebMessageEnabled)
+  QRL_LOGGED(put_IsWebMessageEnabled, BOOL)
   QRL_NOT_CALLED(get_AreDefaultScriptDialogsEnabled, BOOL*)
-  QRL_LOGGED_SETTING(put_AreDefaultScriptDialogsEnabled)
-  QRL_NOT_CALLED(get_IsStatusBarEnabled, BOOL*)
-  QRL_NOT_CALLED(put_IsStatusBarEnabled, BOOL)
-  QRL_NOT_CALLED(get_AreDevToolsEnabled, BOOL*)
-  QRL_NOT_CALLED(put_AreDevToolsEnabled, BOOL)
+  QRL_LOGGED(put_AreDefaultScriptDialogsEnabled, BOOL)
+  QRL_NOT_TOUCHED(IsStatusBarEnabled, BOOL)
+  QRL_NOT_TOUCHED(AreDevToolsEnabled, BOOL)
   QRL_NOT_CALLED(get_AreDefaultContextMenusEnabled, BOOL*)
-  QRL_LOGGED_SETTING(put_AreDefaultContextMenusEnabled)
+  QRL_LOGGED(put_AreDefaultContextMenusEnabled, BOOL)
 };
 
 class FakeMessageArgs final
@@ -72,12 +98,8 @@ class FakeMessageArgs final
   QRL_NOT_CALLED(get_WebMessageAsJson, LPWSTR*)
   HRESULT STDMETHODCALLTYPE TryGetWebMessageAsString(LPWSTR* text) override {
     Log("TryGetWebMessageAsString");
-    if (!text_) {
-      *text = nullptr;
-      return E_INVALIDARG;
-    }
-    *text = FakeControl::Get().HandOut(*text_);
-    return S_OK;
+    *text = text_ ? FakeControl::Get().HandOut(*text_) : nullptr;
+    return text_ ? S_OK : E_INVALIDARG;
   }
 
  private:
@@ -88,85 +110,56 @@ class FakeMessageArgs final
 
 class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
  public:
-  FakeView() { FakeControl::Get().NoteView(this); }
+  FakeView() { FakeControl::Get().view = this; }
   ~FakeView() override {
     Log("view gone");
     FakeControl& control = FakeControl::Get();
-    if (control.view() == this) control.NoteView(nullptr);
-    for (auto* list : {&starting, &completed, &history, &messages})
-      for (IUnknown* handler : *list) control.LetGo(handler);
-    for (auto& waiting : scripts) control.LetGo(waiting);
+    if (control.view == this) control.view = nullptr;
+    for (IUnknown* handler : starting) control.LetGo(handler);
+    for (IUnknown* handler : completed) control.LetGo(handler);
+    for (IUnknown* handler : history) control.LetGo(handler);
+    for (IUnknown* handler : messages) control.LetGo(handler);
+    for (IUnknown* handler : scripts) control.LetGo(handler);
   }
 
-  std::vector<IUnknown*> starting, completed, history, messages;
+  std::vector<ICoreWebView2NavigationStartingEventHandler*> starting;
+  std::vector<ICoreWebView2NavigationCompletedEventHandler*> completed;
+  std::vector<ICoreWebView2HistoryChangedEventHandler*> history;
+  std::vector<ICoreWebView2WebMessageReceivedEventHandler*> messages;
   std::deque<ICoreWebView2ExecuteScriptCompletedHandler*> scripts;
 
   HRESULT STDMETHODCALLTYPE get_Settings(ICoreWebView2Settings** settings) override {
     Log("get_Settings");
-    if (FakeControl::Get().settingsFail) {
-      *settings = nullptr;
-      return E_FAIL;
-    }
-    *settings = new FakeSettings;
-    return S_OK;
+    *settings = FakeControl::Get().settingsFail ? nullptr : new FakeSettings;
+    return *settings ? S_OK : E_FAIL;
   }
   HRESULT STDMETHODCALLTYPE get_Source(LPWSTR* uri) override {
     Log("get_Source");
     *uri = FakeControl::Get().HandOut(FakeControl::Get().source);
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE Navigate(LPCWSTR uri) override {
-    Log("Navigate(" + Narrow(uri) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE NavigateToString(LPCWSTR html) override {
-    Log("NavigateToString(" + Narrow(html) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE add_NavigationStarting(
-      ICoreWebView2NavigationStartingEventHandler* handler,
-      EventRegistrationToken* token) override {
-    return Keep("add_NavigationStarting", starting, handler, token);
-  }
-  QRL_NOT_CALLED(remove_NavigationStarting, EventRegistrationToken)
-  QRL_NOT_CALLED(add_ContentLoading, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_ContentLoading, EventRegistrationToken)
-  QRL_NOT_CALLED(add_SourceChanged, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_SourceChanged, EventRegistrationToken)
-  HRESULT STDMETHODCALLTYPE add_HistoryChanged(ICoreWebView2HistoryChangedEventHandler* handler,
-                                               EventRegistrationToken* token) override {
-    return Keep("add_HistoryChanged", history, handler, token);
-  }
-  QRL_NOT_CALLED(remove_HistoryChanged, EventRegistrationToken)
-  HRESULT STDMETHODCALLTYPE add_NavigationCompleted(
-      ICoreWebView2NavigationCompletedEventHandler* handler,
-      EventRegistrationToken* token) override {
-    return Keep("add_NavigationCompleted", completed, handler, token);
-  }
-  QRL_NOT_CALLED(remove_NavigationCompleted, EventRegistrationToken)
-  QRL_NOT_CALLED(add_FrameNavigationStarting, ICoreWebView2NavigationStartingEventHandler*,
-                 EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_FrameNavigationStarting, EventRegistrationToken)
-  QRL_NOT_CALLED(add_FrameNavigationCompleted, ICoreWebView2NavigationCompletedEventHandler*,
-                 EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_FrameNavigationCompleted, EventRegistrationToken)
-  QRL_NOT_CALLED(add_ScriptDialogOpening, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_ScriptDialogOpening, EventRegistrationToken)
-  QRL_NOT_CALLED(add_PermissionRequested, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_PermissionRequested, EventRegistrationToken)
-  QRL_NOT_CALLED(add_ProcessFailed, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_ProcessFailed, EventRegistrationToken)
+  QRL_LOGGED(Navigate, LPCWSTR)
+  QRL_LOGGED(NavigateToString, LPCWSTR)
+  QRL_EVENT(NavigationStarting, ICoreWebView2NavigationStartingEventHandler, starting)
+  QRL_NOT_SUBSCRIBED(ContentLoading, IUnknown)
+  QRL_NOT_SUBSCRIBED(SourceChanged, IUnknown)
+  QRL_EVENT(HistoryChanged, ICoreWebView2HistoryChangedEventHandler, history)
+  QRL_EVENT(NavigationCompleted, ICoreWebView2NavigationCompletedEventHandler, completed)
+  QRL_NOT_SUBSCRIBED(FrameNavigationStarting, ICoreWebView2NavigationStartingEventHandler)
+  QRL_NOT_SUBSCRIBED(FrameNavigationCompleted, ICoreWebView2NavigationCompletedEventHandler)
+  QRL_NOT_SUBSCRIBED(ScriptDialogOpening, IUnknown)
+  QRL_NOT_SUBSCRIBED(PermissionRequested, IUnknown)
+  QRL_NOT_SUBSCRIBED(ProcessFailed, IUnknown)
   HRESULT STDMETHODCALLTYPE AddScriptToExecuteOnDocumentCreated(LPCWSTR script,
                                                                 IUnknown* handler) override {
-    Log("AddScriptToExecuteOnDocumentCreated(" + Narrow(script) + ", " +
+    Log("AddScriptToExecuteOnDocumentCreated(" + Text(script) + ", " +
         (handler ? "handler" : "null") + ")");
     return S_OK;
   }
   QRL_NOT_CALLED(RemoveScriptToExecuteOnDocumentCreated, LPCWSTR)
   HRESULT STDMETHODCALLTYPE ExecuteScript(
       LPCWSTR script, ICoreWebView2ExecuteScriptCompletedHandler* handler) override {
-    Log("ExecuteScript(" + Narrow(script) + ")");
-    if (!handler) return E_POINTER;
+    Log("ExecuteScript(" + Text(script) + ")");
     handler->AddRef();
     scripts.push_back(handler);
     return S_OK;
@@ -174,16 +167,8 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
   QRL_NOT_CALLED(CapturePreview, COREWEBVIEW2_CAPTURE_PREVIEW_IMAGE_FORMAT, IStream*, IUnknown*)
   HRESULT STDMETHODCALLTYPE Reload() override { return Note("Reload"); }
   QRL_NOT_CALLED(PostWebMessageAsJson, LPCWSTR)
-  HRESULT STDMETHODCALLTYPE PostWebMessageAsString(LPCWSTR text) override {
-    Log("PostWebMessageAsString(" + Narrow(text) + ")");
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE add_WebMessageReceived(
-      ICoreWebView2WebMessageReceivedEventHandler* handler,
-      EventRegistrationToken* token) override {
-    return Keep("add_WebMessageReceived", messages, handler, token);
-  }
-  QRL_NOT_CALLED(remove_WebMessageReceived, EventRegistrationToken)
+  QRL_LOGGED(PostWebMessageAsString, LPCWSTR)
+  QRL_EVENT(WebMessageReceived, ICoreWebView2WebMessageReceivedEventHandler, messages)
   QRL_NOT_CALLED(CallDevToolsProtocolMethod, LPCWSTR, LPCWSTR, IUnknown*)
   QRL_NOT_CALLED(get_BrowserProcessId, UINT32*)
   HRESULT STDMETHODCALLTYPE get_CanGoBack(BOOL* flag) override {
@@ -198,10 +183,8 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
   HRESULT STDMETHODCALLTYPE GoForward() override { return Note("GoForward"); }
   QRL_NOT_CALLED(GetDevToolsProtocolEventReceiver, LPCWSTR, IUnknown**)
   HRESULT STDMETHODCALLTYPE Stop() override { return Note("Stop"); }
-  QRL_NOT_CALLED(add_NewWindowRequested, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_NewWindowRequested, EventRegistrationToken)
-  QRL_NOT_CALLED(add_DocumentTitleChanged, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_DocumentTitleChanged, EventRegistrationToken)
+  QRL_NOT_SUBSCRIBED(NewWindowRequested, IUnknown)
+  QRL_NOT_SUBSCRIBED(DocumentTitleChanged, IUnknown)
   QRL_NOT_CALLED(get_DocumentTitle, LPWSTR*)
   QRL_NOT_CALLED(AddHostObjectToScript, LPCWSTR, VARIANT*)
   QRL_NOT_CALLED(RemoveHostObjectFromScript, LPCWSTR)
@@ -212,13 +195,13 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
     Log(call);
     return S_OK;
   }
-  HRESULT Keep(const char* call, std::vector<IUnknown*>& list, IUnknown* handler,
-               EventRegistrationToken* token) {
+  template <typename Handler>
+  static HRESULT Keep(const char* call, std::vector<Handler*>& handlers, Handler* handler,
+                      EventRegistrationToken* token) {
     Log(call);
-    if (!handler || !token) return E_POINTER;
     handler->AddRef();
-    list.push_back(handler);
-    token->value = static_cast<std::int64_t>(list.size());
+    handlers.push_back(handler);
+    token->value = static_cast<std::int64_t>(handlers.size());
     return S_OK;
   }
 };
@@ -234,30 +217,18 @@ class FakeController final
     view_->Release();
   }
 
-  QRL_NOT_CALLED(get_IsVisible, BOOL*)
-  QRL_NOT_CALLED(put_IsVisible, BOOL)
+  QRL_NOT_TOUCHED(IsVisible, BOOL)
   QRL_NOT_CALLED(get_Bounds, RECT*)
-  HRESULT STDMETHODCALLTYPE put_Bounds(RECT bounds) override {
-    Log("put_Bounds(" + std::to_string(bounds.left) + "," + std::to_string(bounds.top) + "," +
-        std::to_string(bounds.right) + "," + std::to_string(bounds.bottom) + ")");
-    return S_OK;
-  }
-  QRL_NOT_CALLED(get_ZoomFactor, double*)
-  QRL_NOT_CALLED(put_ZoomFactor, double)
-  QRL_NOT_CALLED(add_ZoomFactorChanged, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_ZoomFactorChanged, EventRegistrationToken)
+  QRL_LOGGED(put_Bounds, RECT)
+  QRL_NOT_TOUCHED(ZoomFactor, double)
+  QRL_NOT_SUBSCRIBED(ZoomFactorChanged, IUnknown)
   QRL_NOT_CALLED(SetBoundsAndZoomFactor, RECT, double)
   QRL_NOT_CALLED(MoveFocus, COREWEBVIEW2_MOVE_FOCUS_REASON)
-  QRL_NOT_CALLED(add_MoveFocusRequested, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_MoveFocusRequested, EventRegistrationToken)
-  QRL_NOT_CALLED(add_GotFocus, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_GotFocus, EventRegistrationToken)
-  QRL_NOT_CALLED(add_LostFocus, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_LostFocus, EventRegistrationToken)
-  QRL_NOT_CALLED(add_AcceleratorKeyPressed, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_AcceleratorKeyPressed, EventRegistrationToken)
-  QRL_NOT_CALLED(get_ParentWindow, HWND*)
-  QRL_NOT_CALLED(put_ParentWindow, HWND)
+  QRL_NOT_SUBSCRIBED(MoveFocusRequested, IUnknown)
+  QRL_NOT_SUBSCRIBED(GotFocus, IUnknown)
+  QRL_NOT_SUBSCRIBED(LostFocus, IUnknown)
+  QRL_NOT_SUBSCRIBED(AcceleratorKeyPressed, IUnknown)
+  QRL_NOT_TOUCHED(ParentWindow, HWND)
   QRL_NOT_CALLED(NotifyParentWindowPositionChanged)
   QRL_NOT_CALLED(Close)
   HRESULT STDMETHODCALLTYPE get_CoreWebView2(ICoreWebView2** view) override {
@@ -271,6 +242,19 @@ class FakeController final
   FakeView* view_;
 };
 
+// Answers a creation step later: with a new object, or with an error and
+// none when the test makes this step fail.
+template <typename Object, typename Handler>
+void AnswerLater(Handler* handler, FakeControl::Failing step) {
+  handler->AddRef();
+  FakeControl::Get().Post([handler, step] {
+    Object* object = FakeControl::Get().failing == step ? nullptr : new Object;
+    handler->Invoke(object ? S_OK : E_FAIL, object);
+    if (object) object->Release();
+    FakeControl::Get().LetGo(handler);
+  });
+}
+
 class FakeEnvironment final
     : public FakeObject<ICoreWebView2Environment, IID_ICoreWebView2Environment> {
  public:
@@ -280,61 +264,29 @@ class FakeEnvironment final
       HWND parent, ICoreWebView2CreateCoreWebView2ControllerCompletedHandler* handler) override {
     Log("CreateCoreWebView2Controller(" +
         std::to_string(reinterpret_cast<std::uintptr_t>(parent)) + ")");
-    handler->AddRef();
-    FakeControl::Get().Post([handler] {
-      if (FakeControl::Get().failing == FakeControl::Failing::Controller) {
-        handler->Invoke(E_FAIL, nullptr);
-        FakeControl::Get().LetGo(handler);
-        return;
-      }
-      auto* controller = new FakeController;
-      handler->Invoke(S_OK, controller);
-      controller->Release();
-      FakeControl::Get().LetGo(handler);
-    });
+    AnswerLater<FakeController>(handler, FakeControl::Failing::Controller);
     return S_OK;
   }
   QRL_NOT_CALLED(CreateWebResourceResponse, IStream*, int, LPCWSTR, LPCWSTR, IUnknown**)
   QRL_NOT_CALLED(get_BrowserVersionString, LPWSTR*)
-  QRL_NOT_CALLED(add_NewBrowserVersionAvailable, IUnknown*, EventRegistrationToken*)
-  QRL_NOT_CALLED(remove_NewBrowserVersionAvailable, EventRegistrationToken)
+  QRL_NOT_SUBSCRIBED(NewBrowserVersionAvailable, IUnknown)
 };
 
 HRESULT STDAPICALLTYPE CreateEnvironment(
     LPCWSTR browserFolder, LPCWSTR userDataFolder, IUnknown* options,
     ICoreWebView2CreateCoreWebView2EnvironmentCompletedHandler* handler) {
-  Log("CreateCoreWebView2EnvironmentWithOptions(" + Narrow(browserFolder) + ", " +
-      Narrow(userDataFolder) + ", " + (options ? "options" : "null") + ")");
-  handler->AddRef();
-  FakeControl::Get().Post([handler] {
-    if (FakeControl::Get().failing == FakeControl::Failing::Environment) {
-      handler->Invoke(E_FAIL, nullptr);
-      FakeControl::Get().LetGo(handler);
-      return;
-    }
-    auto* environment = new FakeEnvironment;
-    handler->Invoke(S_OK, environment);
-    environment->Release();
-    FakeControl::Get().LetGo(handler);
-  });
+  Log("CreateCoreWebView2EnvironmentWithOptions(" + Text(browserFolder) + ", " +
+      Text(userDataFolder) + ", " + (options ? "options" : "null") + ")");
+  AnswerLater<FakeEnvironment>(handler, FakeControl::Failing::Environment);
   return S_OK;
 }
 
-// Watches CoTaskMemFree for the strings that the control handed out.
-class StringWatch final : public IMallocSpy {
+// Watches CoTaskMemFree for the strings that the control handed out. It
+// holds a reference of its own, so that COM never deletes it.
+class StringWatch final : public ComObject<IMallocSpy, IID_IMallocSpy> {
  public:
   std::set<void*> handedOut;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (iid != IID_IUnknown && iid != IID_IMallocSpy) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = static_cast<IMallocSpy*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
   SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T size) override { return size; }
   void* STDMETHODCALLTYPE PostAlloc(void* actual) override { return actual; }
   void* STDMETHODCALLTYPE PreFree(void* request, BOOL) override {
@@ -356,10 +308,31 @@ class StringWatch final : public IMallocSpy {
   void STDMETHODCALLTYPE PostHeapMinimize() override {}
 };
 
-StringWatch Strings;
-bool WatchingStrings = false;
+// Null when the system does not take a spy.
+StringWatch* Strings = nullptr;
 
-LRESULT CALLBACK QueueWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// A message-only window whose messages each run the work that they carry: a
+// system class with our procedure put in, so there is no class to register.
+HWND QueueWindow = nullptr;
+
+LRESULT CALLBACK QueueWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != RunWorkMessage) return DefWindowProcW(window, message, wParam, lParam);
+  const std::unique_ptr<std::function<void()>> work(
+      reinterpret_cast<std::function<void()>*>(lParam));
+  (*work)();
+  return 0;
+}
+
+// Raises an event of the newest view on each of its handlers, later.
+template <typename Handler, typename Args = IUnknown>
+void RaiseOn(std::vector<Handler*> FakeView::*handlers, Args* args = nullptr) {
+  FakeControl::Get().Post([handlers, args] {
+    if (FakeView* view = FakeControl::Get().view) {
+      for (Handler* handler : view->*handlers) handler->Invoke(view, args);
+    }
+    if (args) args->Release();
+  });
+}
 
 }  // namespace
 
@@ -370,45 +343,24 @@ FakeControl& FakeControl::Get() {
 
 FakeControl& FakeControl::Start() {
   FakeControl& control = Get();
-  control.calls.clear();
-  control.source = L"about:blank";
-  control.canGoBack = control.canGoForward = FALSE;
-  control.settingsFail = false;
-  control.failing = Failing::Nothing;
-  if (!control.queueWindow_) {
-    WNDCLASSW description{};
-    description.lpfnWndProc = QueueWindowProc;
-    description.hInstance = GetModuleHandleW(nullptr);
-    description.lpszClassName = L"QrlFakeWebControlQueue";
-    RegisterClassW(&description);
-    control.queueWindow_ = CreateWindowExW(0, description.lpszClassName, nullptr, 0, 0, 0, 0, 0,
-                                           HWND_MESSAGE, nullptr, description.hInstance, nullptr);
+  control = FakeControl{};
+  if (!QueueWindow) {
+    QueueWindow = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                  nullptr, nullptr);
+    SetWindowLongPtrW(QueueWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&QueueWindowProc));
   }
-  if (!WatchingStrings) WatchingStrings = SUCCEEDED(CoRegisterMallocSpy(&Strings));
+  if (!Strings) {
+    auto* spy = new StringWatch;
+    spy->AddRef();
+    if (SUCCEEDED(CoRegisterMallocSpy(spy))) Strings = spy;
+  }
   QrlRouteEnvironmentRequests(CreateEnvironment);
   return control;
 }
 
 void FakeControl::Post(std::function<void()> work) {
-  work_.push_back(std::move(work));
-  PostMessageW(queueWindow_, RunWorkMessage, 0, 0);
-}
-
-namespace {
-
-LRESULT CALLBACK QueueWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != RunWorkMessage) return DefWindowProcW(window, message, wParam, lParam);
-  FakeControl::Get().RunOne();
-  return 0;
-}
-
-}  // namespace
-
-void FakeControl::RunOne() {
-  if (work_.empty()) return;
-  std::function<void()> work = std::move(work_.front());
-  work_.pop_front();
-  work();
+  PostMessageW(QueueWindow, RunWorkMessage, 0,
+               reinterpret_cast<LPARAM>(new std::function<void()>(std::move(work))));
 }
 
 void FakeControl::RunPending() {
@@ -420,61 +372,31 @@ void FakeControl::RunPending() {
 }
 
 void FakeControl::LetGo(IUnknown* handler) {
-  if (handler->Release() == 0) {
-    ++handlersFreed;
-  } else {
-    ++handlersHeldElsewhere;
-  }
+  if (handler->Release() != 0) ++handlersHeldElsewhere;
 }
 
 LPWSTR FakeControl::HandOut(const std::wstring& text) {
-  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-  auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(bytes));
+  auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
   std::copy(text.c_str(), text.c_str() + text.size() + 1, copy);
-  if (WatchingStrings) Strings.handedOut.insert(copy);
+  if (Strings) Strings->handedOut.insert(copy);
   return copy;
 }
 
 int FakeControl::stringsNotFreed() const {
-  return WatchingStrings ? static_cast<int>(Strings.handedOut.size()) : -1;
+  return Strings ? static_cast<int>(Strings->handedOut.size()) : -1;
 }
 
-namespace {
-
-// Raises an event of the newest view on each of its handlers, later.
-template <typename Handler, typename Args>
-void RaiseOn(std::vector<IUnknown*> FakeView::*list, Args* args) {
-  FakeControl::Get().Post([list, args] {
-    FakeView* view = FakeControl::Get().view();
-    if (view) {
-      for (IUnknown* handler : view->*list) static_cast<Handler*>(handler)->Invoke(view, args);
-    }
-    if (args) args->Release();
-  });
-}
-
-}  // namespace
-
-void FakeControl::RaiseNavigationStarting() {
-  RaiseOn<ICoreWebView2NavigationStartingEventHandler, IUnknown>(&FakeView::starting, nullptr);
-}
-
-void FakeControl::RaiseNavigationCompleted() {
-  RaiseOn<ICoreWebView2NavigationCompletedEventHandler, IUnknown>(&FakeView::completed, nullptr);
-}
-
-void FakeControl::RaiseHistoryChanged() {
-  RaiseOn<ICoreWebView2HistoryChangedEventHandler, IUnknown>(&FakeView::history, nullptr);
-}
+void FakeControl::RaiseNavigationStarting() { RaiseOn(&FakeView::starting); }
+void FakeControl::RaiseNavigationCompleted() { RaiseOn(&FakeView::completed); }
+void FakeControl::RaiseHistoryChanged() { RaiseOn(&FakeView::history); }
 
 void FakeControl::RaiseWebMessage(std::optional<std::wstring> text) {
-  RaiseOn<ICoreWebView2WebMessageReceivedEventHandler, ICoreWebView2WebMessageReceivedEventArgs>(
-      &FakeView::messages, new FakeMessageArgs(std::move(text)));
+  RaiseOn(&FakeView::messages, new FakeMessageArgs(std::move(text)));
 }
 
 void FakeControl::AnswerScript(HRESULT errorCode, const std::wstring& json) {
   Post([errorCode, json] {
-    FakeView* view = FakeControl::Get().view();
+    FakeView* view = FakeControl::Get().view;
     if (!view || view->scripts.empty()) return;
     ICoreWebView2ExecuteScriptCompletedHandler* handler = view->scripts.front();
     view->scripts.pop_front();
@@ -482,7 +404,5 @@ void FakeControl::AnswerScript(HRESULT errorCode, const std::wstring& json) {
     FakeControl::Get().LetGo(handler);
   });
 }
-
-std::size_t FakeControl::scriptsWaiting() const { return view_ ? view_->scripts.size() : 0; }
 
 }  // namespace qrl::testing

@@ -9,7 +9,6 @@
 
 #include <windows.h>
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -21,21 +20,15 @@ namespace qrl::testing {
 
 class FakeView;
 
-class FakeControl {
- public:
-  // Routes the test loader's requests here and starts a fresh log.
+struct FakeControl {
+  // Routes the test loader's requests here and starts afresh: a new log,
+  // the default answers and no counts.
   static FakeControl& Start();
   static FakeControl& Get();
 
-  // What the component called, in order, e.g. "Navigate(https://a/)".
-  std::vector<std::string> calls;
-
   // Handles every message that is waiting, including those that the
   // handlers post meanwhile.
-  void RunPending();
-
-  // The view of the newest controller, or null.
-  FakeView* view() const { return view_; }
+  static void RunPending();
 
   // Events on the newest view; each arrives at the next RunPending.
   void RaiseNavigationStarting();
@@ -43,9 +36,13 @@ class FakeControl {
   void RaiseHistoryChanged();
   // A web message; nothing is a message that holds no string.
   void RaiseWebMessage(std::optional<std::wstring> text);
-  // Answers the oldest script still waiting.
+  // Answers the oldest script still waiting; an error comes with no result.
   void AnswerScript(HRESULT errorCode, const std::wstring& json);
-  std::size_t scriptsWaiting() const;
+
+  // What the component called, in order, e.g. "Navigate(https://a/)".
+  std::vector<std::string> calls;
+  // The view of the newest controller, or null.
+  FakeView* view = nullptr;
 
   // What the view answers.
   std::wstring source = L"about:blank";
@@ -59,29 +56,18 @@ class FakeControl {
   // Objects of the control that are still alive.
   int liveObjects = 0;
   // Handlers of the component that the control let go and that still had
-  // other references (a handler's maker must release its own at once).
+  // other references: a handler's maker must release its own at once.
   int handlersHeldElsewhere = 0;
-  // Handlers that the control let go and that were then gone.
-  int handlersFreed = 0;
   // Strings handed out with CoTaskMemAlloc and not yet freed; -1 when the
   // system does not tell frees.
   int stringsNotFreed() const;
-  // Gives a string that the caller frees with CoTaskMemFree.
+
+  // For the control's objects: a string that the caller frees with
+  // CoTaskMemFree, work for the message loop, and the control's last
+  // reference to a handler of the component.
   LPWSTR HandOut(const std::wstring& text);
-
-  // Work for the message loop.
   void Post(std::function<void()> work);
-  void NoteView(FakeView* view) { view_ = view; }
-  // The control's last reference to a handler of the component.
   void LetGo(IUnknown* handler);
-  // Runs the oldest work waiting, when the queue's window is told to.
-  void RunOne();
-
- private:
-  FakeControl() = default;
-  std::deque<std::function<void()>> work_;
-  HWND queueWindow_ = nullptr;
-  FakeView* view_ = nullptr;
 };
 
 }  // namespace qrl::testing

@@ -1,6 +1,6 @@
 // Our declarations of the web control's IIDs against the runtime's. (The
-// slots are checked from the compiled code, for both widths: see
-// wrong_slots.cpp.)
+// slots, and the sizes that they rest on, are checked from the compiled
+// code, for both widths: see wrong_slots.cpp.)
 #include <gtest/gtest.h>
 
 #include <string>
@@ -41,10 +41,6 @@ TEST(WebView2Interfaces, EveryIidIsTheRuntimes) {
   };
   for (const auto& entry : iids) EXPECT_EQ(Text(entry.iid), entry.text);
 }
-
-// The binary facts that every slot's parameters rest on.
-static_assert(sizeof(EventRegistrationToken) == 8);
-static_assert(sizeof(BOOL) == 4 && sizeof(RECT) == 16 && sizeof(wchar_t) == 2);
 
 }  // namespace
 }  // namespace qrl::testing
