@@ -4,12 +4,15 @@
 #include <cstdlib>
 #include <string>
 
+#include "trace/trace_text.h"
+
 namespace qrl {
 
 void WriteMessageBoxLine(std::string_view text, std::string_view title) {
   const std::string line = std::string(title) + ": " + std::string(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
+  Trace("warn", [&line] { return TraceQuoted(std::string_view(line).substr(0, line.size() - 1)); });
 }
 
 bool MessageBoxDialogsAllowed() {

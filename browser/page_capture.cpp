@@ -11,6 +11,8 @@
 #include "commands/element_table.h"
 #include "host/cdom.h"
 #include "html/html_parser.h"
+#include "html/tree_walk.h"
+#include "trace/trace_text.h"
 
 namespace qrl {
 namespace {
@@ -24,20 +26,44 @@ struct WaitingCapture {
 bool captureRunning = false;
 std::deque<WaitingCapture> waitingCaptures;
 
-void ReplaceDocument(const std::string& markup) {
+const char* CauseName(CaptureCause cause) {
+  return cause == CaptureCause::Refresh ? "refresh" : "navigation";
+}
+
+// The nodes of the tree that are elements; runs of text don't count.
+std::size_t CountElements(const HtmlDocument& document) {
+  std::size_t count = 0;
+  if (document.root) {
+    WalkDescendants(*document.root, [&count](const ElementRef& node) {
+      if (node->name != "plain") ++count;
+      return true;
+    });
+  }
+  return count;
+}
+
+void ReplaceDocument(CaptureCause cause, const std::string& markup) {
   const std::lock_guard<std::mutex> hold(PageLock);
+  const TraceStopwatch parseTime;
   HtmlParser parser;
   RootDocument = parser.Parse(markup.c_str(), static_cast<std::uint32_t>(markup.size()));
+  Trace("capture", [&] {
+    const std::string parsed = parseTime.Elapsed();
+    return std::string(CauseName(cause)) + " bytes=" + std::to_string(markup.size()) +
+           " elements=" + std::to_string(CountElements(*RootDocument)) + " in " + parsed;
+  });
   ResetElementTable();
   SetNotifyText(ProgressComplete);
 }
 
 void RunCapture(CaptureCause cause, ResultCode errorCode, const std::string& markup) {
   if (errorCode < 0) {
+    Trace("capture",
+          [&] { return std::string(CauseName(cause)) + " failed=" + TraceCode(errorCode); });
     if (cause == CaptureCause::Refresh) PrintScriptError(errorCode);
     return;
   }
-  ReplaceDocument(markup);
+  ReplaceDocument(cause, markup);
 }
 
 class RunningCapture {

@@ -15,6 +15,8 @@ inline constexpr int CommandCount = 41;
 constexpr std::uint32_t ArgCounts(unsigned required, unsigned optional) {
   return required | (optional << 8);
 }
+constexpr unsigned ArgCountRequired(std::uint32_t counts) { return counts & 0xFFu; }
+constexpr unsigned ArgCountOptional(std::uint32_t counts) { return (counts >> 8) & 0xFFu; }
 
 template <class Owner>
 struct CommandRowT {

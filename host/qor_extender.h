@@ -5,7 +5,8 @@
 // Local rules: Dispatch keeps one frame and runs one call at a time; every
 // path through a handler ends in exactly one DeliverResult. No exception ever
 // leaves Dispatch: one that escapes a handler is reported to the host and the
-// call still delivers what had been made, or the integer -1.
+// call still delivers what had been made, or the integer -1. With the trace
+// on, every call and query also leaves its line (see host/call_trace.h).
 #pragma once
 
 #include <algorithm>
@@ -14,11 +15,13 @@
 #include <exception>
 
 #include "host/call_frame.h"
+#include "host/call_trace.h"
 #include "host/command_row.h"
 #include "host/extender_base.h"
 #include "host/extender_exceptions.h"
 #include "host/module_version.h"
 #include "host/name_case.h"
+#include "trace/trace.h"
 
 namespace qrl {
 
@@ -26,14 +29,9 @@ template <class Handlers>
 class CQorExtenderT : public CExtenderBase {
  public:
   HostWord Query(HostWord code, void* buffer, HostWord size) override {
-    switch (LowHalf(code)) {
-      case 1:
-        return QueryVersion(static_cast<char*>(buffer), size);
-      case 2:
-        return FindFive(static_cast<const HostWord*>(buffer), size);
-      default:
-        return 0;
-    }
+    const HostWord answer = Answer(LowHalf(code), buffer, size);
+    if (TraceOn()) TraceQuery(LowHalf(code), buffer, size, answer);
+    return answer;
   }
 
   HostWord Dispatch(HostWord passOn1, HostWord passOn2, HostWord hostContext, HostWord code,
@@ -41,27 +39,14 @@ class CQorExtenderT : public CExtenderBase {
                     void* args, HostWord argCount, HostValue* result) override {
     frame = CallFrame{hostContext, resultCallback, services, result};
     const std::int16_t row = LowHalf(code);
-    switch (row) {
-      case -3:
-        return 1;
-      case -1:
-        return CommandCount;
-      case -2:
-        return Describe(argCount, static_cast<CommandInfo*>(args));
-      default:
-        break;
-    }
-    // A host that keeps to the announced vocabulary never sends a row that has
-    // no handler; one that does gets 0 and nothing happens.
-    if (row < 0 || row >= CommandCount) return 0;
-    const auto handler = Handlers::CommandTable[row].handler;
-    if (!handler) return 0;
-    return RunHandler(handler, passOn1, passOn2, passOn3, static_cast<HostValue*>(args), argCount);
+    if (TraceOn()) return TracedRoute(row, passOn1, passOn2, passOn3, args, argCount);
+    return Route(row, passOn1, passOn2, passOn3, args, argCount);
   }
 
   // The last act of every handler: hands the record to the host, with the
   // frame as it stands now (a nested call may have replaced it).
   HostWord DeliverResult() {
+    if (TraceOn()) CallTrace::NoteDelivery(frame.result);
     lastDelivery = frame.resultCallback
                        ? frame.resultCallback(0, frame.hostContext, frame.services, frame.result)
                        : 0;
@@ -101,6 +86,7 @@ class CQorExtenderT : public CExtenderBase {
   }
 
   void ReportError(const char* text) {
+    if (TraceOn()) CallTrace::NoteReport(text);
     if (frame.services && frame.services->DllReportError)
       frame.services->DllReportError(frame.services->context, text);
   }
@@ -134,6 +120,56 @@ class CQorExtenderT : public CExtenderBase {
 
  private:
   using Handler = typename CommandRowT<Handlers>::Handler;
+
+  HostWord Answer(std::int16_t code, void* buffer, HostWord size) {
+    switch (code) {
+      case 1:
+        return QueryVersion(static_cast<char*>(buffer), size);
+      case 2:
+        return FindFive(static_cast<const HostWord*>(buffer), size);
+      default:
+        return 0;
+    }
+  }
+
+  HostWord Route(std::int16_t row, HostWord passOn1, HostWord passOn2, HostWord passOn3,
+                 void* args, HostWord argCount) {
+    switch (row) {
+      case -3:
+        return 1;
+      case -1:
+        return CommandCount;
+      case -2:
+        return Describe(argCount, static_cast<CommandInfo*>(args));
+      default:
+        break;
+    }
+    const Handler handler = HandlerOf(row);
+    if (!handler) return 0;
+    return RunHandler(handler, passOn1, passOn2, passOn3, static_cast<HostValue*>(args), argCount);
+  }
+
+  // A host that keeps to the announced vocabulary never sends a row that has
+  // no handler; one that does gets 0 and nothing happens.
+  static Handler HandlerOf(std::int16_t row) {
+    if (row < 0 || row >= CommandCount) return nullptr;
+    return Handlers::CommandTable[row].handler;
+  }
+
+  // Route with the call's trace line around it.
+  HostWord TracedRoute(std::int16_t row, HostWord passOn1, HostWord passOn2, HostWord passOn3,
+                       void* args, HostWord argCount) {
+    if (!HandlerOf(row)) {
+      const HostWord answer = Route(row, passOn1, passOn2, passOn3, args, argCount);
+      TraceOtherCode(row, argCount, static_cast<const CommandInfo*>(args), answer);
+      return answer;
+    }
+    const auto& function = Handlers::CommandTable[row];
+    const CallTrace traced(function.name, function.argTypes,
+                           ArgCountRequired(function.spec) + ArgCountOptional(function.spec),
+                           static_cast<const HostValue*>(args), argCount);
+    return Route(row, passOn1, passOn2, passOn3, args, argCount);
+  }
 
   HostWord QueryVersion(char* buffer, HostWord size) {
     ReadModuleBaseName(moduleBaseName);

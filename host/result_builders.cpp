@@ -29,6 +29,7 @@ HostServices& CDOM::Services() {
 template <class List, class SetElement>
 HostValue* CDOM::FillArray(HostValue* out, const List& list, std::uint32_t elementType,
                            SetElement setElement) {
+  if (TraceOn()) CallTrace::NoteContainer("array", list.size());
   HostValue& array = StartRecord();
   try {
     HostServices& services = Services();
@@ -67,6 +68,7 @@ HostValue* CDOM::MakeTextArray(HostValue* out, std::vector<std::string> list) {
 // Has no guard of its own: a failure leaves the handler, and the dispatch
 // guard reports it and delivers the record as the host left it.
 HostValue* CDOM::MakeEmptyArray(HostValue* out) {
+  if (TraceOn()) CallTrace::NoteContainer("array", 0);
   HostValue& array = StartRecord();
   HostServices& services = Services();
   std::int32_t dims[5] = {};
@@ -84,6 +86,7 @@ HostValue* CDOM::MakeTextMap(HostValue* out, TextMap map) {
   try {
     HostServices& services = Services();
     if (services.hostVersion < FirstHostVersionWithMaps) throw CUserException{};
+    if (TraceOn()) CallTrace::NoteContainer("map", map.size());
     CheckMapStatus(services.DllMapServices(services.context, &mapValue, HostValueSize, 0, 0,
                                            nullptr, 0, nullptr, 0, MapCreate));
     HostValue key{};

@@ -7,9 +7,11 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <string>
 
 #include "host/module_handle_windows.h"
 #include "host/module_version.h"
+#include "trace/trace_text.h"
 
 namespace qrl {
 namespace {
@@ -135,6 +137,25 @@ std::int32_t ParseVersionText(const char* text, std::int32_t fallback) {
   return error == ERANGE || error == EINVAL ? fallback : static_cast<std::int32_t>(value);
 }
 
+// The paths and sections are in the ANSI code page; the trace is UTF-8.
+std::string AnsiTraceText(const char* text) {
+  const int size = MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
+  if (size <= 1) return TraceQuoted(std::string_view());
+  std::u16string wide(static_cast<std::size_t>(size), u'\0');
+  MultiByteToWideChar(CP_ACP, 0, text, -1, reinterpret_cast<wchar_t*>(wide.data()), size);
+  wide.pop_back();
+  return TraceQuoted(wide, TraceAddressLimit);
+}
+
+// Which file the description came from, or why it is the built-in one.
+std::string DescriptionSource(bool fromLanguageFile) {
+  if (fromLanguageFile)
+    return "from=" + AnsiTraceText(LanguageFile) + " section=" + AnsiTraceText(LanguageSection);
+  if (LanguageState != LanguageFileFound) return "from=built-in language-file=none";
+  return "from=built-in language-file=" + AnsiTraceText(LanguageFile) + " section=" +
+         AnsiTraceText(LanguageSection) + " has no " + DescriptionKey;
+}
+
 }  // namespace
 
 std::int32_t ReadVersionNumber() {
@@ -168,10 +189,12 @@ bool ReadModuleBaseName(char* name) { return ModuleFileBaseName(name); }
 
 void LoadDescription(char* buffer) {
   if (LanguageState == NotTried) FindLanguageFile();
-  if (!ReadLanguageFileEntry(buffer)) {
+  const bool fromLanguageFile = ReadLanguageFileEntry(buffer);
+  if (!fromLanguageFile) {
     buffer[0] = '\0';
     LoadStringA(ModuleHandle, DescriptionTextId, buffer, TextFieldSize);
   }
+  Trace("description", [fromLanguageFile] { return DescriptionSource(fromLanguageFile); });
   ExpandLineBreaksAndTabs(buffer);
 }
 

@@ -3,13 +3,17 @@
 #include <iostream>
 #include <string>
 
+#include "trace/trace_text.h"
+
 namespace qrl {
 
 namespace {
 
+// The trace gets the line as it was written, without its line break.
 void WriteWarningLine(const std::string& line) {
   std::cerr.write(line.data(), static_cast<std::streamsize>(line.size()));
   std::cerr.flush();
+  Trace("warn", [&line] { return TraceQuoted(std::string_view(line).substr(0, line.size() - 1)); });
 }
 
 }  // namespace

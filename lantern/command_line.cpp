@@ -6,9 +6,11 @@
 namespace qrl {
 
 const char* const LanternUsage =
-    "usage: lantern [--module PATH] [--host-version N] [--headless] [-i] SCRIPT.lua [ARGS...]\n"
-    "       lantern [--module PATH] [--host-version N] [--headless] [-i] -e CODE [ARGS...]\n"
-    "       lantern [--module PATH] [--host-version N] [--headless] -i\n"
+    "usage: lantern [--module PATH] [--host-version N] [--headless] [--trace FILE] [-i]\n"
+    "               SCRIPT.lua [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] [--headless] [--trace FILE] [-i]\n"
+    "               -e CODE [ARGS...]\n"
+    "       lantern [--module PATH] [--host-version N] [--headless] [--trace FILE] -i\n"
     "       lantern [--module PATH] [--host-version N] --list\n"
     "       lantern [--module PATH] --version\n"
     "       lantern --help\n"
@@ -21,6 +23,8 @@ const char* const LanternUsage =
     "                      or in ../lib/qrlantern/ from it once installed)\n"
     "  --host-version N    the host version announced to the module (default 1011)\n"
     "  --headless          run windows on a private Xvfb display even when there is one\n"
+    "  --trace FILE        the module appends a line per call and browser event to FILE\n"
+    "                      (\"-\": standard error); sets QRLANTERN_TRACE for the run\n"
     "  -e CODE             run CODE instead of a script file\n"
     "  -i                  a prompt (after the script, if one is given); Ctrl-D ends it\n"
     "  --list              print the module's functions and constants\n"
@@ -59,6 +63,8 @@ LanternOptions ParseCommandLine(std::span<const char* const> argv) {
       options.hostVersion = ParseHostVersion(valueOf(i));
     } else if (word == "--headless") {
       options.headless = true;
+    } else if (word == "--trace") {
+      options.traceFile = valueOf(i);
     } else if (word == "--help" || word == "-h") {
       options.mode = LanternOptions::Mode::Help;
       return options;

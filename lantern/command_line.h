@@ -23,6 +23,7 @@ struct LanternOptions {
   std::string modulePath;  // empty: the module beside the lantern binary
   std::optional<std::uintptr_t> hostVersion;
   bool headless = false;  // run on a private X server even when there is a display
+  std::string traceFile;  // where the module traces its calls and events; empty: no trace
   bool interactive = false;  // a prompt after the script (or alone, in Mode::Interactive)
   std::string script;  // the file, or the code of -e
   // The whole command line as the script sees it in arg: the word at

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "trace/trace.h"
+
 namespace qrl {
 
 // The ping in flight; its answer may come after the watchdog or the process
@@ -36,7 +38,9 @@ PageWatchdog::~PageWatchdog() {
 }
 
 void PageWatchdog::Watch() {
-  if (tickSource_ == 0) tickSource_ = g_timeout_add(TickMs, Tick, this);
+  if (tickSource_ != 0) return;
+  tickSource_ = g_timeout_add(TickMs, Tick, this);
+  Trace("watchdog", [] { return "watching"; });
 }
 
 void PageWatchdog::ProcessEnded() {
@@ -58,6 +62,7 @@ gboolean PageWatchdog::Tick(gpointer data) {
   if (!self->waiting_()) {
     self->tickSource_ = 0;
     self->ProcessEnded();
+    Trace("watchdog", [] { return "stopped, nothing waits for the page"; });
     return G_SOURCE_REMOVE;
   }
   if (!self->ping_->outstanding) {
@@ -66,6 +71,7 @@ gboolean PageWatchdog::Tick(gpointer data) {
     std::fputs("qrlantern: a page stopped answering for 5 seconds; its process was ended\n",
                stderr);
     std::fflush(stderr);
+    Trace("watchdog", [] { return "ended the page's process: no answer for 5 seconds"; });
     self->ProcessEnded();
     // WebKit reports the end through the view's web-process-terminated.
     webkit_web_view_terminate_web_process(self->view_);

@@ -10,6 +10,7 @@
 #include "browser/captured_markup.h"
 #include "browser/webkitgtk/page_bridge.h"
 #include "commands/unicode_text.h"
+#include "trace/trace_text.h"
 
 namespace qrl {
 
@@ -124,6 +125,17 @@ void OnScriptFinished(GObject* source, GAsyncResult* result, gpointer data) {
   if (const std::optional<PendingScripts::ValueCompletion> completion = TakeCompletion(*ticket))
     (*completion)(value);
   if (value) g_object_unref(value);
+}
+
+const char* TerminationText(WebKitWebProcessTerminationReason reason) {
+  switch (reason) {
+    case WEBKIT_WEB_PROCESS_CRASHED:
+      return "crashed";
+    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT:
+      return "out of memory";
+    default:
+      return "ended on request";
+  }
 }
 
 // A GObject held for as long as a request may be issued again.
@@ -339,8 +351,14 @@ void WebKitView::OnLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
 }
 
 // WebKit would load an error page as a second navigation; the failed load
-// ends with its own completion over the document that is then on show.
-gboolean WebKitView::OnLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError*, gpointer) {
+// ends with its own completion over the document that is then on show. The
+// completion can't tell a failed load from another, so the trace says it here.
+gboolean WebKitView::OnLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar* uri, GError* error,
+                                  gpointer) {
+  Trace("nav", [uri, error] {
+    return "failed url=" + TraceQuoted(uri ? uri : "", TraceAddressLimit) +
+           " error=" + TraceQuoted(error && error->message ? error->message : "");
+  });
   return TRUE;
 }
 
@@ -375,9 +393,10 @@ gboolean WebKitView::SettleDroppedRequests(gpointer data) {
 // process. A load that had started is owed its completion still, so it
 // counts again as a request that has not started; the request issued anew
 // starts one of them and finishes it, and the rest settle as dropped.
-void WebKitView::OnWebProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason,
+void WebKitView::OnWebProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
                                         gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
+  Trace("page", [reason] { return std::string("process ended: ") + TerminationText(reason); });
   self->watchdog_->ProcessEnded();
   if (self->loadRunning_) ++self->requestsNotStarted_;
   self->loadRunning_ = false;
