@@ -32,7 +32,6 @@ class BrowserTest : public ::testing::Test {
   ~BrowserTest() override {
     BrowserView.reset();
     BrowserController.reset();
-    ScriptEventName.clear();
     UseBrowserComponent(nullptr);
     UsePlatform(nullptr);
   }
@@ -58,20 +57,10 @@ class BrowserTest : public ::testing::Test {
     return *browser.view();
   }
 
-  // Hands `json` to the newest script in flight; gives what that printed.
-  std::string AnswerScript(std::u16string_view json, ResultCode errorCode = ResultOk) {
-    ::testing::internal::CaptureStdout();
-    browser.view()->CompleteScript(browser.view()->scriptsInFlight() - 1, errorCode, json);
-    return ::testing::internal::GetCapturedStdout();
-  }
-
   std::string Progress() const {
     const auto found = platform.windowTexts.find(ProgressWindow);
     return found == platform.windowTexts.end() ? std::string() : found->second;
   }
-
-  // The outer markup of the current document's root.
-  std::string DocumentMarkup() { return Call("wvgetouterhtml", {std::int32_t{0}}).text; }
 
   CallLog log;
   StandInBrowser browser{log};

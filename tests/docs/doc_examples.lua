@@ -1,22 +1,14 @@
--- Runs every Lua example of the functions reference through lantern, each as
--- a script of its own from the reference's folder, and checks that the
--- reference has a section with an example for every function of the module,
--- in the order of the module's table.
---
---   lantern --headless doc_examples.lua DOC.md LANTERN
---
--- The examples share this run's display: lantern started a private one when
--- there was none, and the child processes inherit it.
+-- lantern --headless doc_examples.lua DOC.md LANTERN: runs every Lua example
+-- of the functions reference as a script of its own from the reference's
+-- folder (on this run's display, which the children inherit), and checks that
+-- every function of the module has a section with an example, in table order.
 local doc_path, lantern_path = arg[1], arg[2]
-assert(doc_path and lantern_path, "usage: doc_examples.lua DOC.md LANTERN")
--- The examples run from the reference's folder, so lantern is named by a
--- path that holds from there.
+-- The examples run from the reference's folder: lantern by an absolute path.
 if lantern_path:sub(1, 1) ~= "/" then lantern_path = os.getenv("PWD") .. "/" .. lantern_path end
 local doc_dir = doc_path:match("^(.*)/[^/]*$") or "."
 local function quoted(text) return "'" .. text:gsub("'", "'\\''") .. "'" end
 
--- The sections of the reference: each heading with the examples under it;
--- `documented` holds the function sections' names in order.
+-- Each heading with the examples under it, and the function sections' names.
 local sections, documented, code = {{title = "(top)", examples = {}}}, {}, nil
 for line in assert(io.open(doc_path, "rb")):lines() do
   local section = sections[#sections]
@@ -55,14 +47,13 @@ for _, section in ipairs(sections) do
     count = count + 1
     local script = os.tmpname()
     assert(io.open(script, "wb")):write(example):close()
-    local started = os.time()
     local run = io.popen("cd " .. quoted(doc_dir) .. " && PWD=\"$(pwd)\" " ..
                          quoted(lantern_path) .. " " .. quoted(script) .. " 2>&1")
     local output = run:read("a")
     local ok = run:close() and not output:find("lantern: ", 1, true)
     os.remove(script)
     local name = section.title .. (#section.examples > 1 and " #" .. i or "")
-    print(string.format("%-4s %s (%d s)", ok and "ok" or "FAIL", name, os.time() - started))
+    print(string.format("%-4s %s", ok and "ok" or "FAIL", name))
     if not ok then
       failed[#failed + 1] = name
       io.write(output:gsub("[^\n]+", "     | %0"), "\n")

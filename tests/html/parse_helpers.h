@@ -31,27 +31,4 @@ inline std::string MarkupOf(const HtmlElement& node) {
   return markup;
 }
 
-// A compact written form of a small tree: root[div{id="a"}['x', br]]. A text
-// run is 'text'; an element is its name ("" when it has none), then its
-// attributes in braces, its own text in parentheses and its children in
-// brackets, each part only when it isn't empty.
-inline std::string TreeNotation(const HtmlElement& node, std::string_view shownName = "root") {
-  if (node.name == "plain") return "'" + std::string(node.text) + "'";
-  std::string out(shownName.empty() ? std::string_view("\"\"") : shownName);
-  const char* separator = "{";
-  for (const auto& [name, value] : node.attributes) {
-    out.append(separator).append(name).append("=\"").append(value).append("\"");
-    separator = " ";
-  }
-  if (!node.attributes.empty()) out.push_back('}');
-  if (!node.text.empty()) out.append("(").append(node.text).append(")");
-  separator = "[";
-  for (const ElementRef& child : node.children) {
-    out.append(separator).append(TreeNotation(*child, child->name));
-    separator = ", ";
-  }
-  if (!node.children.empty()) out.push_back(']');
-  return out;
-}
-
 }  // namespace qrl::testing

@@ -31,9 +31,7 @@ TEST(CommandLine, SplitsHostOptionsFromTheScriptAndItsArguments) {
       // Host options before the script, and only there.
       {{"--module", "m.so", "a.lua", "--module", "x"}, Mode::Script, "a.lua",
        {"a.lua", "--module", "x"}},
-      {{"-e", "print(1)", "p", "q"}, Mode::Code, "print(1)", {"-e", "p", "q"}},
       {{"--", "-odd.lua", "x"}, Mode::Script, "-odd.lua", {"-odd.lua", "x"}},
-      {{"-"}, Mode::Script, "-", {"-"}},
   };
   for (const auto& c : cases) {
     const LanternOptions options = Parse(c.words);

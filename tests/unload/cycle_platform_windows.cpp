@@ -5,8 +5,8 @@
 #include <windows.h>
 #include <psapi.h>
 
+#include <map>
 #include <memory>
-#include <vector>
 
 #include "tests/unload/cycle_platform.h"
 #include "tests/windows/test_window.h"
@@ -28,16 +28,16 @@ class WindowsCyclePlatform final : public CyclePlatform {
   }
 
   std::int32_t MakeWindow() override {
-    windows_.push_back(std::make_unique<TestWindow>());
-    return windows_.back()->scriptHandle();
+    auto window = std::make_unique<TestWindow>();
+    const std::int32_t id = window->scriptHandle();
+    windows_[id] = std::move(window);
+    return id;
   }
 
-  std::string WindowText(std::int32_t window) override {
-    return WindowOf(window) ? WindowOf(window)->text() : std::string();
-  }
+  std::string WindowText(std::int32_t window) override { return windows_.at(window)->text(); }
 
   void ClearText(std::int32_t window) override {
-    if (TestWindow* own = WindowOf(window)) SetWindowTextA(own->hwnd(), "");
+    SetWindowTextA(windows_.at(window)->hwnd(), "");
   }
 
   void Advance(std::int32_t window, int stage) override {
@@ -69,14 +69,8 @@ class WindowsCyclePlatform final : public CyclePlatform {
     FakeControl::RunPending();
   }
 
-  TestWindow* WindowOf(std::int32_t window) {
-    for (const auto& own : windows_)
-      if (own->scriptHandle() == window) return own.get();
-    return nullptr;
-  }
-
   FakeControl* control_ = nullptr;
-  std::vector<std::unique_ptr<TestWindow>> windows_;
+  std::map<std::int32_t, std::unique_ptr<TestWindow>> windows_;
 };
 
 }  // namespace

@@ -6,8 +6,6 @@
 // must not make the process grow.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -20,11 +18,6 @@ namespace {
 constexpr int Cycles = 100;
 // Memory is compared from this cycle on, when caches have found their size.
 constexpr int SettledCycle = 25;
-
-int CyclesToRun() {
-  const char* cycles = std::getenv("QRL_UNLOAD_CYCLES");
-  return cycles ? std::atoi(cycles) : Cycles;
-}
 
 Value Call(ModuleHost& host, std::string_view name, std::initializer_list<Argument> args) {
   const CallOutcome outcome = host.call(name, args);
@@ -48,9 +41,8 @@ class UnloadCycles : public ::testing::Test {
   // Loads, uses with `use`, unloads, drains; memory must stay flat.
   template <typename Use>
   void RunCycles(Use use) {
-    const int cycles = CyclesToRun();
     std::size_t settled = 0;
-    for (int cycle = 0; cycle < cycles && !HasFailure(); ++cycle) {
+    for (int cycle = 0; cycle < Cycles && !HasFailure(); ++cycle) {
       SCOPED_TRACE("cycle " + std::to_string(cycle));
       std::unique_ptr<ModuleHost> host = ModuleHost::Load(QRL_MODULE_PATH);
       UseDocument(*host, cycle);
@@ -63,7 +55,6 @@ class UnloadCycles : public ::testing::Test {
     const long long growth = static_cast<long long>(platform.ResidentBytes()) -
                              static_cast<long long>(settled);
     EXPECT_LT(growth, growthAllowed) << "bytes gained after cycle " << SettledCycle;
-    std::printf("resident after cycle %d: %zu bytes; gained since: %lld\n", SettledCycle, settled, growth);
   }
 
   CyclePlatform& platform = ThisPlatform();

@@ -7,12 +7,15 @@
 // later.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "lantern/module_host.h"
 
@@ -72,74 +75,45 @@ namespace {
 const char* CallUnderway = "";
 std::map<std::string, int> ChecksMade;
 
-// A word of a call as the caller pushes it.
-template <typename T>
-std::int32_t W(T word) {
-  if constexpr (std::is_pointer_v<T>)
-    return static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(word));
-  else
-    return static_cast<std::int32_t>(word);
-}
-
-// Each checked function calls its real counterpart through QrlCallChecked.
-template <typename Fn>
-HostWord Checked(const char* name, Fn target, std::initializer_list<std::int32_t> words) {
-  const char* outer = CallUnderway;
-  CallUnderway = name;
-  const HostWord result = QrlCallChecked(reinterpret_cast<const void*>(target), words.begin(),
-                                         static_cast<int>(words.size()));
-  CallUnderway = outer;
-  ++ChecksMade[name];
-  return result;
-}
-
+// The real functions behind the checked ones.
 ModuleExports Real;
-ResultCallbackFn RealResultCallback = nullptr;
 HostServices RealServices{};
+ResultCallbackFn RealResultCallback = nullptr;
 
-HostWord QRL_HOSTCALL ResultCallback(HostWord zero, HostWord context, HostServices* services,
-                                     HostValue* result) {
-  return Checked("the result callback", RealResultCallback, {W(zero), W(context), W(services),
-                 W(result)});
-}
-HostWord QRL_HOSTCALL NamedValue(HostWord context, const char* name, HostValue* value,
-                                 HostWord size, HostWord flags) {
-  return Checked("DllNamedValue", RealServices.DllNamedValue, {W(context), W(name), W(value),
-                 W(size), W(flags)});
-}
-HostWord QRL_HOSTCALL ArrHandler(HostWord context, HostValue* array, HostWord index,
-                                 HostWord index1, HostWord index2, HostWord index3,
-                                 HostWord index4, HostValue* value, HostWord size,
-                                 HostWord flags) {
-  return Checked("DllArrHandler", RealServices.DllArrHandler, {W(context), W(array), W(index),
-                 W(index1), W(index2), W(index3), W(index4), W(value), W(size), W(flags)});
-}
-HostWord QRL_HOSTCALL ArrayServices(HostWord context, HostValue* array, HostWord size,
-                                    std::int32_t* dims, HostWord dimsSize, HostWord flags) {
-  return Checked("DllArrayServices", RealServices.DllArrayServices, {W(context), W(array),
-                 W(size), W(dims), W(dimsSize), W(flags)});
-}
-HostWord QRL_HOSTCALL ReportError(HostWord context, const char* text) {
-  return Checked("DllReportError", RealServices.DllReportError, {W(context), W(text)});
-}
-HostWord QRL_HOSTCALL MapServices(HostWord context, HostValue* map, HostWord mapSize,
-                                  HostWord zero1, HostWord zero2, HostValue* key,
-                                  HostWord keySize, HostValue* value, HostWord valueSize,
-                                  HostWord operation) {
-  return Checked("DllMapServices", RealServices.DllMapServices, {W(context), W(map), W(mapSize),
-                 W(zero1), W(zero2), W(key), W(keySize), W(value), W(valueSize), W(operation)});
-}
+// What the checked call passes on: itself for the callback that the host
+// hands the module, and every other word as it came.
+template <typename T>
+T PassOn(T word) { return word; }
+ResultCallbackFn PassOn(ResultCallbackFn callback);
 
-HostWord QRL_HOSTCALL Query(HostWord code, void* buffer, HostWord size) {
-  return Checked("QORExtenderQuery", Real.query, {W(code), W(buffer), W(size)});
-}
-HostWord QRL_HOSTCALL Dispatch(HostWord passOn1, HostWord passOn2, HostWord context,
-                               HostWord code, ResultCallbackFn callback, HostServices* services,
-                               HostWord passOn3, void* args, HostWord argCount,
-                               HostValue* result) {
+// A name that can be a template argument.
+template <std::size_t N>
+struct Name {
+  constexpr Name(const char (&name)[N]) { std::copy_n(name, N, text); }
+  char text[N];
+};
+
+// Stands in for the function that `Target` points to and calls it through
+// QrlCallChecked with the same words.
+template <Name CallName, auto& Target, typename Fn = std::remove_cvref_t<decltype(Target)>>
+struct Checked;
+template <Name CallName, auto& Target, typename... Args>
+struct Checked<CallName, Target, HostWord(QRL_HOSTCALL*)(Args...)> {
+  static HostWord QRL_HOSTCALL Call(Args... args) {
+    // Every argument is one word, pushed as it is.
+    const std::int32_t words[] = {std::bit_cast<std::int32_t>(PassOn(args))...};
+    const char* outer = std::exchange(CallUnderway, CallName.text);
+    const HostWord result =
+        QrlCallChecked(reinterpret_cast<const void*>(Target), words, sizeof...(Args));
+    CallUnderway = outer;
+    ++ChecksMade[CallName.text];
+    return result;
+  }
+};
+
+ResultCallbackFn PassOn(ResultCallbackFn callback) {
   RealResultCallback = callback;
-  return Checked("QORExtender2", Real.dispatch, {W(passOn1), W(passOn2), W(context), W(code),
-                 W(&ResultCallback), W(services), W(passOn3), W(args), W(argCount), W(result)});
+  return &Checked<"the result callback", RealResultCallback>::Call;
 }
 
 }  // namespace
@@ -158,13 +132,15 @@ TEST(Stdcall, EveryCallAcrossTheBoundaryLeavesTheStackAsItFoundIt) {
   _putenv("QRLANTERN_NO_DIALOGS=1");
   const std::unique_ptr<ModuleHost> loaded = ModuleHost::Load(QRL_MODULE_PATH);
   Real = loaded->exports();
-  ModuleHost host(ModuleExports{&Query, &Dispatch});
+  ModuleHost host(ModuleExports{&Checked<"QORExtenderQuery", Real.query>::Call,
+                                &Checked<"QORExtender2", Real.dispatch>::Call});
   RealServices = *host.services();
-  host.services()->DllNamedValue = &NamedValue;
-  host.services()->DllArrHandler = &ArrHandler;
-  host.services()->DllArrayServices = &ArrayServices;
-  host.services()->DllReportError = &ReportError;
-  host.services()->DllMapServices = &MapServices;
+  HostServices& services = *host.services();
+  services.DllNamedValue = &Checked<"DllNamedValue", RealServices.DllNamedValue>::Call;
+  services.DllArrHandler = &Checked<"DllArrHandler", RealServices.DllArrHandler>::Call;
+  services.DllArrayServices = &Checked<"DllArrayServices", RealServices.DllArrayServices>::Call;
+  services.DllReportError = &Checked<"DllReportError", RealServices.DllReportError>::Call;
+  services.DllMapServices = &Checked<"DllMapServices", RealServices.DllMapServices>::Call;
 
   EXPECT_EQ(host.versionInfo().number, 44001);
   host.call("wvparse", {std::string("<p id='a' class='x y' title='t'>one</p><p>two</p>")});
@@ -172,7 +148,6 @@ TEST(Stdcall, EveryCallAcrossTheBoundaryLeavesTheStackAsItFoundIt) {
   EXPECT_EQ(host.call("wvgetattributes", {1}).result.pairs.size(), 3u);
   host.setFaults(ServiceFaults{.arrHandler = ServiceFaults::AtIndex{0, -1}});
   EXPECT_EQ(host.call("wvgetclasses", {1}).errors.size(), 1u);
-  host.clearFaults();
   // A browser that can't start still names its event to the script.
   host.call("wvcreate", {0, std::u16string(u"about:blank"), 0, std::u16string(u"C:\\none"),
                          std::string("onevent")});

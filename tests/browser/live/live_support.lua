@@ -9,11 +9,11 @@ function live.url(name)
   return "file://" .. here .. "/pages/" .. name
 end
 
--- For a command that loads a page: "Nav" comes at once or when the load
--- begins, "NavComplete" once the page is the current document.
-function live.page_done(what)
+-- "Nav" comes at once or when the load begins, then "NavComplete" within
+-- `seconds` (30 unless given): a load that hangs fails here.
+function live.page_done(what, seconds)
   lantern.wait(live.window, "Nav", 10000)
-  if not lantern.wait(live.window, "NavComplete", 30000) then
+  if not lantern.wait(live.window, "NavComplete", (seconds or 30) * 1000) then
     error("no NavComplete for " .. what .. "; the window says " .. tostring(lantern.text(live.window)), 2)
   end
 end

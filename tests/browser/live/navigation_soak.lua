@@ -20,5 +20,4 @@ for i = 1, 40 do navigate(i) end
 local before = resident_kib()
 for i = 1, 200 do navigate(i) end
 local growth = resident_kib() - before
-print(string.format("resident: %d KiB before, %+d KiB after 200 navigations", before, growth))
 live.check.truthy(growth < 16 * 1024, "memory grew by " .. growth .. " KiB over 200 navigations")

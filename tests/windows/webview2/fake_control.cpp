@@ -28,8 +28,6 @@ std::string Text(RECT r) {
          "," + std::to_string(r.bottom);
 }
 
-}  // namespace
-
 // A method of the control that the component never calls.
 #define QRL_NOT_CALLED(method, ...) \
   HRESULT STDMETHODCALLTYPE method(__VA_ARGS__) override { return E_NOTIMPL; }
@@ -41,6 +39,11 @@ std::string Text(RECT r) {
     Log(#method "(" + Text(value) + ")");                 \
     return S_OK;                                          \
   }
+
+// A property that the component only sets, each time logged.
+#define QRL_SET_ONLY(property, Type)     \
+  QRL_NOT_CALLED(get_##property, Type*) \
+  QRL_LOGGED(put_##property, Type)
 
 // A property that the component neither reads nor sets.
 #define QRL_NOT_TOUCHED(property, Type) \
@@ -61,8 +64,6 @@ std::string Text(RECT r) {
   }                                                                                      \
   QRL_NOT_CALLED(remove_##event, EventRegistrationToken)
 
-namespace {
-
 // Every object of the control is counted while it lives, and starts with the
 // one reference that its maker holds.
 template <typename Interface, const IID& InterfaceId>
@@ -77,16 +78,12 @@ class FakeObject : public ComObject<Interface, InterfaceId> {
 
 class FakeSettings final : public FakeObject<ICoreWebView2Settings, IID_ICoreWebView2Settings> {
  public:
-  QRL_NOT_CALLED(get_IsScriptEnabled, BOOL*)
-  QRL_LOGGED(put_IsScriptEnabled, BOOL)
-  QRL_NOT_CALLED(get_IsWebMessageEnabled, BOOL*)
-  QRL_LOGGED(put_IsWebMessageEnabled, BOOL)
-  QRL_NOT_CALLED(get_AreDefaultScriptDialogsEnabled, BOOL*)
-  QRL_LOGGED(put_AreDefaultScriptDialogsEnabled, BOOL)
+  QRL_SET_ONLY(IsScriptEnabled, BOOL)
+  QRL_SET_ONLY(IsWebMessageEnabled, BOOL)
+  QRL_SET_ONLY(AreDefaultScriptDialogsEnabled, BOOL)
   QRL_NOT_TOUCHED(IsStatusBarEnabled, BOOL)
   QRL_NOT_TOUCHED(AreDevToolsEnabled, BOOL)
-  QRL_NOT_CALLED(get_AreDefaultContextMenusEnabled, BOOL*)
-  QRL_LOGGED(put_AreDefaultContextMenusEnabled, BOOL)
+  QRL_SET_ONLY(AreDefaultContextMenusEnabled, BOOL)
 };
 
 class FakeMessageArgs final
@@ -112,7 +109,6 @@ class FakeView final : public FakeObject<ICoreWebView2, IID_ICoreWebView2> {
  public:
   FakeView() { FakeControl::Get().view = this; }
   ~FakeView() override {
-    Log("view gone");
     FakeControl& control = FakeControl::Get();
     if (control.view == this) control.view = nullptr;
     for (IUnknown* handler : starting) control.LetGo(handler);
@@ -212,14 +208,10 @@ class FakeController final
     : public FakeObject<ICoreWebView2Controller, IID_ICoreWebView2Controller> {
  public:
   FakeController() : view_(new FakeView) {}
-  ~FakeController() override {
-    Log("controller gone");
-    view_->Release();
-  }
+  ~FakeController() override { view_->Release(); }
 
   QRL_NOT_TOUCHED(IsVisible, BOOL)
-  QRL_NOT_CALLED(get_Bounds, RECT*)
-  QRL_LOGGED(put_Bounds, RECT)
+  QRL_SET_ONLY(Bounds, RECT)
   QRL_NOT_TOUCHED(ZoomFactor, double)
   QRL_NOT_SUBSCRIBED(ZoomFactorChanged, IUnknown)
   QRL_NOT_CALLED(SetBoundsAndZoomFactor, RECT, double)
@@ -327,9 +319,8 @@ LRESULT CALLBACK QueueWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
 template <typename Handler, typename Args = IUnknown>
 void RaiseOn(std::vector<Handler*> FakeView::*handlers, Args* args = nullptr) {
   FakeControl::Get().Post([handlers, args] {
-    if (FakeView* view = FakeControl::Get().view) {
+    if (FakeView* view = FakeControl::Get().view)
       for (Handler* handler : view->*handlers) handler->Invoke(view, args);
-    }
     if (args) args->Release();
   });
 }

@@ -10,9 +10,8 @@
 
 namespace {
 
-// The binary facts that every slot's parameters rest on.
+// The control writes a token of 8 bytes wherever we subscribe.
 static_assert(sizeof(qrl::webview2::EventRegistrationToken) == 8);
-static_assert(sizeof(BOOL) == 4 && sizeof(RECT) == 16 && sizeof(wchar_t) == 2);
 
 // The slot of a virtual method, read off its member pointer: the compiler
 // keeps 1 + the byte offset of the method's entry in the table.
