@@ -12,6 +12,9 @@ endif()
 set(prefix "${prefix}/qrl-wine-${suffix}")
 set(ENV{WINEPREFIX} "${prefix}")
 set(ENV{WINEDEBUG} "-all")
+# Wine names its files on the Unix side in the locale's encoding: under the C
+# locale a Windows path outside ASCII has no Unix name at all.
+set(ENV{LC_ALL} "C.UTF-8")
 # A program that crashes must end and fail, not wait in wine's debugger.
 set(ENV{WINEDLLOVERRIDES} "winedbg.exe=d")
 execute_process(COMMAND ${WINE} ${PROGRAM} ${ARGS} RESULT_VARIABLE status TIMEOUT 600)
