@@ -18,8 +18,11 @@ set(ENV{LC_ALL} "C.UTF-8")
 # A program that crashes must end and fail, not wait in wine's debugger.
 set(ENV{WINEDLLOVERRIDES} "winedbg.exe=d")
 execute_process(COMMAND ${WINE} ${PROGRAM} ${ARGS} RESULT_VARIABLE status TIMEOUT 600)
-# The prefix's server must be gone before its folder goes.
+# The prefix's server must be gone, not only told to go, before its folder
+# goes: wine finds a prefix's server by the folder's inode, and the next test's
+# new prefix may get this inode back at once and meet a dying server there.
 execute_process(COMMAND wineserver -k)
+execute_process(COMMAND wineserver -w)
 file(REMOVE_RECURSE "${prefix}")
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} under wine: ${status}")
