@@ -34,8 +34,8 @@ const char* CauseName(CaptureCause cause) {
 std::size_t CountElements(const HtmlDocument& document) {
   std::size_t count = 0;
   if (document.root) {
-    WalkDescendants(*document.root, [&count](const ElementRef& node) {
-      if (node->name != "plain") ++count;
+    WalkDescendants(*document.root, [&count](const HtmlElement& node) {
+      if (node.name() != "plain") ++count;
       return true;
     });
   }

@@ -44,7 +44,7 @@ HostWord CDOM::wvGetElementsByClass(HostWord, HostWord, HostWord, HostValue* arg
   if (!tagFilter.empty()) {
     std::vector<ElementHandle> kept;
     for (std::size_t i = 0; i < found.size(); ++i)
-      if (std::string_view(found[i]->name) == tagFilter) kept.push_back(handles[i]);
+      if (std::string_view(found[i]->name()) == tagFilter) kept.push_back(handles[i]);
     handles = std::move(kept);
   }
   const auto size = static_cast<std::int64_t>(handles.size());
@@ -64,12 +64,12 @@ HostWord CDOM::wvGetChildren(HostWord, HostWord, HostWord, HostValue* args, Host
   const std::string filter = argCount >= 2 ? ToLower(TextArg(args, 1)) : std::string();
   const ElementRef element = ElementOfHandle(IntArg(args, 0));
   if (!element) return GiveInt(NoElement);
-  const ElementList children(element->children.begin(), element->children.end());
+  const ElementList children = element->GetChildren();
   std::vector<ElementHandle> handles = RegisterElements(children);
   if (!filter.empty()) {
     std::vector<ElementHandle> kept;
     for (std::size_t i = 0; i < children.size(); ++i)
-      if (ToLower(std::string_view(children[i]->name)) == filter) kept.push_back(handles[i]);
+      if (ToLower(std::string_view(children[i]->name())) == filter) kept.push_back(handles[i]);
     handles = std::move(kept);
   }
   return GiveHandleArray(std::move(handles));

@@ -47,7 +47,7 @@ HostWord CDOM::wvGetInnerHTML(HostWord, HostWord, HostWord, HostValue* args, Hos
 HostWord CDOM::wvGetTagName(HostWord, HostWord, HostWord, HostValue* args, HostWord) {
   const ElementRef element = ElementOfHandle(IntArg(args, 0));
   if (!element) return GiveInt(NoElement);
-  return GiveText(element->name.c_str());
+  return GiveText(element->name().c_str());
 }
 
 HostWord CDOM::wvGetAttribute(HostWord, HostWord, HostWord, HostValue* args, HostWord) {
@@ -62,7 +62,7 @@ HostWord CDOM::wvGetAttribute(HostWord, HostWord, HostWord, HostValue* args, Hos
 HostWord CDOM::wvGetAttributes(HostWord, HostWord, HostWord, HostValue* args, HostWord) {
   TextMap attributes;
   if (const ElementRef element = ElementOfHandle(IntArg(args, 0))) {
-    for (const auto& [name, value] : element->attributes)
+    for (const auto& [name, value] : element->attributes())
       attributes.emplace_hint(attributes.end(), std::string(std::string_view(name)), std::string(std::string_view(value)));
   }
   HostValue record;

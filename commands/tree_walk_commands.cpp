@@ -16,7 +16,7 @@ ElementRef StepFrom(const HostValue* args, Step step) {
 
 HostWord CDOM::wvGetParent(HostWord, HostWord, HostWord, HostValue* args, HostWord) {
   const ElementRef parent =
-      StepFrom(args, [](const HtmlElement& element) { return element.parent.lock(); });
+      StepFrom(args, [](const HtmlElement& element) { return element.GetParent(); });
   return GiveInt(parent ? RegisterElement(parent) : NoElement);
 }
 

@@ -31,14 +31,13 @@ using qrl::fuzz::Require;
 // Every node below `start`, in document order, without recursion (the trees
 // can be as deep as the input is long).
 ElementList NodesBelow(const HtmlElement& start) {
-  ElementList order, pending(std::make_reverse_iterator(start.children.end()),
-                             std::make_reverse_iterator(start.children.begin()));
+  ElementList order, pending = start.GetChildren();
+  std::reverse(pending.begin(), pending.end());
   while (!pending.empty()) {
     order.push_back(std::move(pending.back()));
     pending.pop_back();
-    const auto& children = order.back()->children;
-    pending.insert(pending.end(), std::make_reverse_iterator(children.end()),
-                   std::make_reverse_iterator(children.begin()));
+    const ElementList children = order.back()->GetChildren();
+    pending.insert(pending.end(), children.rbegin(), children.rend());
   }
   return order;
 }
@@ -49,7 +48,7 @@ void CheckQueries(const HtmlElement& start, std::string_view id, std::string_vie
   const std::vector<std::string> wanted = qrl::SplitWords(classList);
   for (const qrl::ElementRef& node : NodesBelow(start)) {
     if (!firstWithId && node->GetAttribute("id") == id) firstWithId = node;
-    if (std::string_view(node->name) == tag) withTag.push_back(node);
+    if (std::string_view(node->name()) == tag) withTag.push_back(node);
     const std::vector<std::string> have = qrl::SplitWords(node->GetAttribute("class"));
     if (std::all_of(wanted.begin(), wanted.end(), [&](const std::string& name) {
           return std::find(have.begin(), have.end(), name) != have.end();
@@ -60,6 +59,21 @@ void CheckQueries(const HtmlElement& start, std::string_view id, std::string_vie
   Require(start.GetElementById(id) == firstWithId, "GetElementById differs from the walk");
   Require(start.GetElementsByTagName(tag) == withTag, "GetElementsByTagName differs");
   Require(start.GetElementsByClassName(classList) == withClasses, "GetElementsByClassName differs");
+}
+
+// Each child's neighbours are the entries beside it in its parent's list, and
+// its parent is the node whose list holds it.
+void CheckFamilies(const ElementList& nodes) {
+  for (const qrl::ElementRef& node : nodes) {
+    const ElementList children = node->GetChildren();
+    for (std::size_t i = 0; i < children.size(); ++i) {
+      Require(children[i]->GetParent() == node, "a child's parent is not the node that lists it");
+      const qrl::ElementRef previous = i > 0 ? children[i - 1] : nullptr;
+      const qrl::ElementRef next = i + 1 < children.size() ? children[i + 1] : nullptr;
+      Require(children[i]->GetPreviousSibling() == previous, "GetPreviousSibling differs from the list");
+      Require(children[i]->GetNextSibling() == next, "GetNextSibling differs from the list");
+    }
+  }
 }
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
@@ -128,13 +142,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Queries from the root, and from one node the input chooses.
   const ElementList nodes = NodesBelow(*document->root);
   CheckQueries(*document->root, id, classList, tag);
+  CheckFamilies(nodes);
   if (!nodes.empty()) CheckQueries(*nodes[(data[1] >> 4) * nodes.size() / 16], id, classList, tag);
 
   // The whole markup as the raw text of one tag.
-  HtmlElement element;
-  element.ParseAttributes(markup);
+  const qrl::ElementRef element = HtmlElement::FromStartTag(markup);
   Pairs read;
-  for (const auto& [name, value] : element.attributes) read.emplace_back(name, value);
+  for (const auto& [name, value] : element->attributes()) read.emplace_back(name, value);
   Require(read == AttributesByStates(markup), "attributes differ from the three-state reading or their order");
   return 0;
 }

@@ -1,6 +1,6 @@
 // The attributes of a node, sorted by name in unsigned byte order with one
-// entry per name. The entries point into memory that the node's tree (or the
-// node itself) keeps; the map is filled once and then only read.
+// entry per name: a view of the block that the node's tree keeps, filled once
+// and then only read.
 #pragma once
 
 #include <cstddef>
@@ -21,6 +21,9 @@ class AttributeMap {
   using const_iterator = const Attribute*;
   using iterator = const_iterator;
 
+  constexpr AttributeMap() noexcept = default;
+  constexpr AttributeMap(const Attribute* items, std::uint32_t size) noexcept : items_(items), size_(size) {}
+
   const_iterator begin() const noexcept { return items_; }
   const_iterator end() const noexcept { return items_ + size_; }
   size_type size() const noexcept { return size_; }
@@ -30,13 +33,6 @@ class AttributeMap {
   bool contains(std::string_view name) const noexcept { return find(name) != end(); }
 
  private:
-  friend class HtmlElement;
-
-  void Adopt(const Attribute* items, std::uint32_t size) noexcept {
-    items_ = items;
-    size_ = size;
-  }
-
   const Attribute* items_ = nullptr;
   std::uint32_t size_ = 0;
 };

@@ -7,6 +7,7 @@
 
 #include "html/class_names.h"
 #include "html/html_element.h"
+#include "html/tree_memory.h"
 #include "html/tree_walk.h"
 
 namespace qrl {
@@ -14,8 +15,9 @@ namespace qrl {
 namespace {
 
 std::string_view AttributeOrEmpty(const HtmlElement& element, std::string_view name) {
-  const auto found = element.attributes.find(name);
-  return found != element.attributes.end() ? std::string_view(found->second) : std::string_view();
+  const AttributeMap attributes = element.attributes();
+  const auto found = attributes.find(name);
+  return found != attributes.end() ? std::string_view(found->second) : std::string_view();
 }
 
 class EarlierResults {
@@ -23,18 +25,20 @@ class EarlierResults {
   explicit EarlierResults(const ElementList& results) {
     for (const ElementRef& entry : results) nodes_.insert(entry.get());
   }
-  bool Holds(const ElementRef& node) const { return !nodes_.empty() && nodes_.contains(node.get()); }
+  bool Holds(const HtmlElement& node) const { return !nodes_.empty() && nodes_.contains(&node); }
 
  private:
   std::unordered_set<const HtmlElement*> nodes_;
 };
 
-// Appends to `results` each descendant of `start` that `matches`.
+// Appends to `results` each descendant of `start` that `matches`. Every
+// result shares in the one tree, so one reference to it serves them all.
 template <typename Matches>
 void CollectDescendants(const HtmlElement& start, ElementList& results, Matches&& matches) {
   const EarlierResults earlier(results);
-  WalkDescendants(start, [&](const ElementRef& node) {
-    if (matches(*node) && !earlier.Holds(node)) results.push_back(node);
+  const ElementRef tree = start.SharedReference();
+  WalkDescendants(start, [&](const HtmlElement& node) {
+    if (matches(node) && !earlier.Holds(node)) results.emplace_back(tree, const_cast<HtmlElement*>(&node));
     return true;
   });
 }
@@ -63,13 +67,13 @@ std::string HtmlElement::GetAttribute(std::string_view attributeName) const {
 
 // A node without an id attribute matches the empty id.
 ElementRef HtmlElement::GetElementById(std::string_view id) const {
-  ElementRef match;
-  WalkDescendants(*this, [&](const ElementRef& node) {
-    if (AttributeOrEmpty(*node, "id") != id) return true;
-    match = node;
+  const HtmlElement* match = nullptr;
+  WalkDescendants(*this, [&](const HtmlElement& node) {
+    if (AttributeOrEmpty(node, "id") != id) return true;
+    match = &node;
     return false;
   });
-  return match;
+  return match ? match->SharedReference() : ElementRef();
 }
 
 ElementList HtmlElement::GetElementsByClassName(std::string_view classList) const {
@@ -93,25 +97,34 @@ ElementList HtmlElement::GetElementsByTagName(std::string_view tagName) const {
 }
 
 void HtmlElement::CollectByTag(std::string_view tagName, ElementList& results) const {
-  CollectDescendants(*this, results, [tagName](const HtmlElement& node) { return node.name == tagName; });
+  CollectDescendants(*this, results, [tagName](const HtmlElement& node) { return node.name() == tagName; });
 }
 
-// A node that has no parent (the root, or one that outlived it) has no
-// siblings; neither has a node that isn't among its parent's children.
+ElementList HtmlElement::GetChildren() const {
+  const ChildList children = this->children();
+  ElementList results;
+  results.reserve(children.size());
+  const ElementRef tree = SharedReference();
+  for (const HtmlElement* child : children) results.emplace_back(tree, const_cast<HtmlElement*>(child));
+  return results;
+}
+
+// The root has no siblings; neither has a node that isn't among its
+// parent's children.
 ElementRef HtmlElement::GetNextSibling() const {
-  const HtmlElement* parentNode = parent.get();
-  if (!parentNode) return {};
-  const std::size_t index = IndexAmongSiblings(*parentNode);
-  if (index + 1 >= parentNode->children.size()) return {};
-  return parentNode->children[index + 1];
+  if (!parent_) return {};
+  const ChildList siblings = parent_->children();
+  const std::size_t index = IndexAmongSiblings(*parent_);
+  if (index + 1 >= siblings.size()) return {};
+  return siblings[index + 1]->SharedReference();
 }
 
 ElementRef HtmlElement::GetPreviousSibling() const {
-  const HtmlElement* parentNode = parent.get();
-  if (!parentNode) return {};
-  const std::size_t index = IndexAmongSiblings(*parentNode);
-  if (index == 0 || index >= parentNode->children.size()) return {};
-  return parentNode->children[index - 1];
+  if (!parent_) return {};
+  const ChildList siblings = parent_->children();
+  const std::size_t index = IndexAmongSiblings(*parent_);
+  if (index == 0 || index >= siblings.size()) return {};
+  return siblings[index - 1]->SharedReference();
 }
 
 }  // namespace qrl

@@ -12,17 +12,13 @@ namespace qrl {
 class FinishedNodes {
  public:
   std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(nodes_.size()); }
-  ElementRef& operator[](std::uint32_t index) noexcept { return nodes_[index]; }
+  HtmlElement* const* From(std::uint32_t index) const noexcept { return nodes_.data() + index; }
 
-  void Push(ElementRef node) { nodes_.push_back(std::move(node)); }
-
-  // Releases the nodes from `size` on that haven't been taken already.
-  void TruncateTo(std::uint32_t size) noexcept {
-    nodes_.erase(nodes_.begin() + size, nodes_.end());
-  }
+  void Push(HtmlElement* node) { nodes_.push_back(node); }
+  void TruncateTo(std::uint32_t size) noexcept { nodes_.resize(size); }
 
  private:
-  std::vector<ElementRef> nodes_;
+  std::vector<HtmlElement*> nodes_;
 };
 
 }  // namespace qrl

@@ -2,12 +2,16 @@
 // element, text run named "plain") is an HtmlElement; the tree never changes
 // once the parser has returned it.
 //
-// Children are strong references and the parent a weak one, so any node can
-// outlive its ancestors. Destroying a node never recurses along the depth of
-// its subtree (see the destructor).
+// Nodes live in the memory of their tree (TreeMemory) and are reached from
+// outside through ElementRef, a shared reference that holds the whole tree:
+// a node stays valid, with its parent, its children and its strings, as long
+// as any reference into its tree is held. Releasing a tree visits none of
+// its nodes.
 //
-// A tree is read and released on one thread at a time: the parent link is
-// kept without a reference count (see ParentLink).
+// A node is kept small, since a large page has hundreds of thousands: five
+// words and two sizes. A node holds either a text or children, never both
+// (a text run and the content of script, noscript and style have no
+// children; an ordinary element's text is empty), so the two share a field.
 #pragma once
 
 #include <cstdint>
@@ -22,59 +26,38 @@
 
 namespace qrl {
 
-class Arena;
+class TreeMemory;
+class HtmlElement;
+using ElementRef = std::shared_ptr<HtmlElement>;
 using ElementList = std::vector<ElementRef>;
 
-// The weak link from a node up to its parent, as a plain pointer: a parent
-// that dies empties the links of the children that outlive it (see
-// ReleaseDescendants), so a link names a living node or none. Linking a
-// node so costs no atomic update of the parent's counts, which a tree of
-// many small nodes would otherwise pay twice per node.
-class ParentLink {
- public:
-  // A reference of its own to the parent, or null when it is gone.
-  ElementRef lock() const;
-  bool expired() const noexcept { return node_ == nullptr; }
-  const HtmlElement* get() const noexcept { return node_; }
-
- private:
-  friend class HtmlElement;
-  friend class HtmlParser;
-  HtmlElement* node_ = nullptr;
-};
-
-// Nodes are reached only through ElementRef, so a node needs no reference to
-// itself; leaving that out keeps nodes small and their release cheap.
 class HtmlElement {
  public:
-  // Provided rather than defaulted: the members initialize themselves, and a
-  // defaulted constructor would have every new node zeroed first.
-  HtmlElement() noexcept {}
   HtmlElement(const HtmlElement&) = delete;
   HtmlElement& operator=(const HtmlElement&) = delete;
-  ~HtmlElement();
 
-  // The fields that releasing a node reads come first, so that with the
-  // reference counts in front of them they share one cache line.
-  ParentLink parent;   // empty on the root
-  ChildList children;  // document order, text runs included
+  // A detached element with the attributes read from the raw text of a start
+  // tag and `text` trimmed of its spaces, as a parse would leave them.
+  static ElementRef FromStartTag(std::string_view raw, std::string_view text = {});
 
- private:
-  struct OwnStorage;
-  struct OwnStorageDeleter {
-    void operator()(OwnStorage* storage) const noexcept;
-  };
-  // What ParseAttributes keeps when it runs outside of a parse.
-  std::unique_ptr<OwnStorage, OwnStorageDeleter> own_;
+  // The enclosing element; null on the root.
+  const HtmlElement* parent() const noexcept { return parent_; }
+  ElementRef GetParent() const;
+  // Document order, text runs included.
+  ChildList children() const noexcept {
+    return HoldsText() ? ChildList() : ChildList(static_cast<const HtmlElement* const*>(payload_), payloadSize_);
+  }
+  // The tag name as written; "plain" on a text run; empty on the root.
+  NodeString name() const noexcept { return NodeString(name_, nameSize_); }
+  // A text run, or the raw content of script, noscript or style.
+  NodeString text() const noexcept {
+    return HoldsText() ? NodeString(static_cast<const char*>(payload_), payloadSize_) : NodeString();
+  }
+  // Sorted by name in byte order; names keep their case.
+  AttributeMap attributes() const noexcept;
 
- public:
-  NodeString name;          // tag name as written; "plain" on a text run; empty on the root
-  NodeString text;          // text run, or raw content of script/noscript/style
-  AttributeMap attributes;  // sorted by name in byte order; names keep their case
-
-  // Reads the raw text of a start tag into `attributes` (which must still be
-  // empty) and trims the spaces around `text`.
-  void ParseAttributes(std::string_view raw);
+  // A reference to this node that keeps its tree alive.
+  ElementRef SharedReference() const;
 
   std::string GetText() const;
   void AppendText(std::string& out) const;
@@ -86,32 +69,48 @@ class HtmlElement {
   void CollectByClass(std::string_view classList, ElementList& results) const;
   ElementList GetElementsByTagName(std::string_view tagName) const;
   void CollectByTag(std::string_view tagName, ElementList& results) const;
+  ElementList GetChildren() const;
   ElementRef GetNextSibling() const;
   ElementRef GetPreviousSibling() const;
 
  private:
   friend class HtmlParser;
+  friend class TreeMemory;
 
-  // The parser's form: `raw` lies in the tree's arena and is read in place
-  // (its byte raw[size] must be writable too); the attributes go to the arena.
-  // The parser trims raw text itself when it takes it.
-  void ParseAttributes(char* raw, std::uint32_t size, Arena& arena, std::vector<Attribute>& scratch);
-  friend class ParentLink;
+  // The bit of attributes_ that says payload_ is a text; attribute blocks
+  // are aligned to at least four bytes, so their addresses leave it free.
+  static constexpr std::uintptr_t kHoldsText = 1;
 
+  // Provided rather than defaulted: the members initialize themselves, and a
+  // defaulted constructor would have every new node zeroed first.
+  HtmlElement() noexcept {}
+
+  bool HoldsText() const noexcept { return (attributes_ & kHoldsText) != 0; }
+  void SetName(NodeString name) noexcept {
+    name_ = name.data();
+    nameSize_ = static_cast<std::uint32_t>(name.size());
+  }
+  // Only on a node without children; an empty text leaves the node as it is.
+  void SetText(NodeString text) noexcept;
+  void SetChildren(HtmlElement* const* items, std::uint32_t count) noexcept {
+    payload_ = items;
+    payloadSize_ = count;
+  }
+  // Reads the raw text of a start tag, which lies in the tree's memory and
+  // is read in place (its byte raw[size] must be writable too), into an
+  // attribute block of the tree.
+  void ParseAttributes(char* raw, std::uint32_t size, TreeMemory& memory, std::vector<Attribute>& scratch);
+
+  // Where this node stands in its parent's children, or the number of those
+  // children when it isn't among them.
   std::uint32_t IndexAmongSiblings(const HtmlElement& parentNode) const noexcept;
-  // A new reference to this node: the one in its parent's children, or, on
-  // a node without a parent, through its own weak reference.
-  ElementRef SharedReference() const;
-  // Called on a child that outlives its dying parent.
-  void LoseParent(const ElementRef& self) noexcept;
-  void ReleaseDescendants() noexcept;
 
-  // Where this node stands in its parent's children; a hint that saves the
-  // sibling operations a scan of the parent's children.
-  std::uint32_t siblingIndex_ = 0;
-  // Set on a node that has no parent to reach it through: the root, and a
-  // node that outlived its parent.
-  std::weak_ptr<HtmlElement> self_;
+  HtmlElement* parent_ = nullptr;
+  const char* name_ = "";
+  const void* payload_ = nullptr;  // the text's bytes, or the array of children
+  std::uintptr_t attributes_ = 0;  // address of the attribute block, and kHoldsText
+  std::uint32_t nameSize_ = 0;
+  std::uint32_t payloadSize_ = 0;  // bytes of the text, or number of children
 };
 
 }  // namespace qrl

@@ -8,13 +8,13 @@
 //   (the terminating NUL) is ever read beyond the input, and only where a
 //   byte behind a "<" or a "-" is looked at; a NUL inside the input is an
 //   ordinary byte.
-// - A node is made at its start tag, so nodes lie in the arena in document
+// - A node is made at its start tag, so nodes lie in the tree's memory in document
 //   order, which is also the order in which a tree is later walked and
 //   destroyed. Finished children wait in finished_ until their parent is
 //   complete and takes them into an array of its own; an element still open
 //   at the end of the input thus leaves no trace, and neither do its
 //   finished children.
-// - The tree's strings point into the arena's copy of the input (bytes_). The
+// - The tree's strings point into the tree's copy of the input (bytes_). The
 //   scanning reads the untouched input, so the copy can be rewritten freely:
 //   line breaks and tabs leave text in place, and each string gets its NUL
 //   on the byte behind it, which belongs to no other string.
@@ -24,7 +24,7 @@
 #include <cstring>
 #include <new>
 
-#include "html/arena.h"
+#include "html/tree_memory.h"
 #include "html/byte_classes.h"
 #include "html/text_scan.h"
 #include "html/warnings.h"
@@ -71,18 +71,11 @@ HtmlParser::HtmlParser()
 
 HtmlParser::~HtmlParser() = default;
 
-// A node is complete in the parent's children where the stack of finished
-// nodes stands now: everything that finishes between here and the node's own
-// end is its content, which the node adopts. Its place among its siblings is
-// so known at once, and written while its memory is at hand rather than when
-// a large element ends, long after.
-//
 // Made in place where the caller keeps it: a node returned through memory
 // and read back at once costs a stalled load per node.
-[[gnu::always_inline]] inline ElementRef HtmlParser::NewNode(HtmlElement* parentNode) {
-  ElementRef node = std::allocate_shared<HtmlElement>(ArenaAllocator<HtmlElement>(*arena_));
-  node->parent.node_ = parentNode;
-  node->siblingIndex_ = finished_.size() - (open_.empty() ? 0 : open_.back().firstChild);
+[[gnu::always_inline]] inline HtmlElement* HtmlParser::NewNode(HtmlElement* parentNode) {
+  HtmlElement* node = memory_->NewNode();
+  node->parent_ = parentNode;
   return node;
 }
 
@@ -96,16 +89,12 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
   countingOpenNames_ = false;
   PrepareVoidTest();
 
-  arena_ = Arena::Create();
-  struct FinishBuildingOnExit {
-    Arena* arena;
-    ~FinishBuildingOnExit() { arena->FinishBuilding(); }
-  } finishBuilding{arena_};
-  bytes_ = arena_->AllocateArray<char>(std::size_t{length} + 1);
+  const std::shared_ptr<TreeMemory> memory = TreeMemory::Create();
+  memory_ = memory.get();
+  bytes_ = memory_->AllocateArray<char>(std::size_t{length} + 1);
   std::memcpy(bytes_, input, length);
   bytes_[length] = '\0';
-  root = NewNode(nullptr);
-  root->self_ = root;
+  rootNode_ = NewNode(nullptr);
 
   // Text outside of any element ends the document.
   std::uint32_t position = 0;
@@ -119,10 +108,13 @@ DocumentRef HtmlParser::Parse(const char* input, std::uint32_t length) {
       break;
     }
   }
-  AdoptFinishedChildren(*root, 0);
+  AdoptFinishedChildren(*rootNode_, 0);
 
   input_ = nullptr;
   bytes_ = nullptr;
+  memory_ = nullptr;
+  root = memory->Share(*rootNode_);
+  rootNode_ = nullptr;
   auto document = std::make_shared<HtmlDocument>();
   document->root = root;
   return document;
@@ -167,8 +159,8 @@ std::uint32_t HtmlParser::OpenConstruct(std::uint32_t position) {
   }
   if (next == '?') return SkipPast(position, "?>");
   const std::uint32_t nameBegin = position + 1;
-  ElementRef node = NewNode(open_.empty() ? root.get() : open_.back().node.get());
-  open_.push_back(OpenElement{std::move(node), nameBegin, nameBegin, nameBegin, nameBegin, finished_.size(),
+  HtmlElement* node = NewNode(open_.empty() ? rootNode_ : open_.back().node);
+  open_.push_back(OpenElement{node, nameBegin, nameBegin, nameBegin, nameBegin, finished_.size(),
                               ElementState::ElementNameState, false, false});
   return nameBegin;
 }
@@ -184,7 +176,7 @@ std::uint32_t HtmlParser::ReadName(std::uint32_t position) {
   element.nameBegin = position;
   element.nameEnd = end;
   element.rawBegin = element.rawEnd = end;
-  element.node->name = TerminatedString(position, end);
+  element.node->SetName(TerminatedString(position, end));
   const char byte = input_[end];
   if (IsWhiteSpace(byte)) {
     element.state = ElementState::ElementAttributesState;
@@ -294,35 +286,35 @@ std::uint32_t HtmlParser::ReadClosingTag(std::uint32_t position) {
 
 // The run's kept bytes already stand in the copy, from `begin` to `end`.
 void HtmlParser::AddTextNode(std::uint32_t begin, std::uint32_t end) {
-  ElementRef node = NewNode(open_.back().node.get());
-  node->name = NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size()));
-  node->text = TerminatedString(begin, end);
-  AddFinished(std::move(node));
+  HtmlElement* node = NewNode(open_.back().node);
+  node->SetName(NodeString(kTextNodeName.data(), static_cast<std::uint32_t>(kTextNodeName.size())));
+  node->SetText(TerminatedString(begin, end));
+  AddFinished(node);
 }
 
 // Finishes the element on top of the stack and hands it to its parent.
 void HtmlParser::Attach(NodeString text) {
-  OpenElement element = std::move(open_.back());
+  const OpenElement element = open_.back();
   open_.pop_back();
   if (element.counted) UncountOpenName(element);
   HtmlElement& node = *element.node;
   AdoptFinishedChildren(node, element.firstChild);
-  node.text = text;
-  node.ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *arena_,
+  node.SetText(text);
+  node.ParseAttributes(bytes_ + element.rawBegin, element.rawEnd - element.rawBegin, *memory_,
                        attributeScratch_);
-  AddFinished(std::move(element.node));
+  AddFinished(element.node);
 }
 
 // A finished node waits for its parent, the element now on top of the stack
 // (or the root), whose children begin at that element's firstChild.
-void HtmlParser::AddFinished(ElementRef node) { finished_.Push(std::move(node)); }
+void HtmlParser::AddFinished(HtmlElement* node) { finished_.Push(node); }
 
 void HtmlParser::AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild) {
   const std::uint32_t count = finished_.size() - firstChild;
   if (count == 0) return;
-  ElementRef* items = arena_->AllocateArray<ElementRef>(count);
-  for (std::uint32_t i = 0; i < count; ++i) new (items + i) ElementRef(std::move(finished_[firstChild + i]));
-  node.children.Adopt(items, count);
+  auto** items = memory_->AllocateArray<HtmlElement*>(count);
+  std::memcpy(items, finished_.From(firstChild), count * sizeof(HtmlElement*));
+  node.SetChildren(items, count);
   finished_.TruncateTo(firstChild);
 }
 

@@ -14,7 +14,7 @@
 
 namespace qrl {
 
-class Arena;
+class TreeMemory;
 
 // Turns bytes into a document and never fails. The input must be followed by
 // one readable NUL byte (a std::string's buffer is). One object may parse any
@@ -44,7 +44,7 @@ class HtmlParser {
   // it takes its finished children (waiting in `finished_`) only when it is
   // complete.
   struct OpenElement {
-    ElementRef node;
+    HtmlElement* node;
     std::uint32_t nameBegin;
     std::uint32_t nameEnd;
     std::uint32_t rawBegin;  // raw attribute text
@@ -67,8 +67,8 @@ class HtmlParser {
   void EnterContent(OpenElement& element);
   void AddTextNode(std::uint32_t begin, std::uint32_t end);
   void Attach(NodeString text = NodeString());
-  ElementRef NewNode(HtmlElement* parentNode);
-  void AddFinished(ElementRef node);
+  HtmlElement* NewNode(HtmlElement* parentNode);
+  void AddFinished(HtmlElement* node);
   void AdoptFinishedChildren(HtmlElement& node, std::uint32_t firstChild);
   void DiscardOpenElements();
 
@@ -83,8 +83,9 @@ class HtmlParser {
 
   const char* input_ = nullptr;
   std::uint32_t length_ = 0;
-  Arena* arena_ = nullptr;  // of the tree being built
-  char* bytes_ = nullptr;   // the arena's copy of the input, which the tree's strings point into
+  TreeMemory* memory_ = nullptr;  // of the tree being built
+  HtmlElement* rootNode_ = nullptr;
+  char* bytes_ = nullptr;   // the tree's copy of the input, which the tree's strings point into
   std::vector<OpenElement> open_;
   FinishedNodes finished_;
   std::vector<Attribute> attributeScratch_;

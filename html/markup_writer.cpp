@@ -12,8 +12,8 @@ namespace {
 
 void AppendStartTag(const HtmlElement& node, std::string& out) {
   out.push_back('<');
-  out.append(node.name);
-  for (const auto& [name, value] : node.attributes) {
+  out.append(node.name());
+  for (const auto& [name, value] : node.attributes()) {
     out.push_back(' ');
     out.append(name);
     out.append("=\"");
@@ -25,7 +25,7 @@ void AppendStartTag(const HtmlElement& node, std::string& out) {
 
 void AppendEndTag(const HtmlElement& node, std::string& out) {
   out.append("</");
-  out.append(node.name);
+  out.append(node.name());
   out.push_back('>');
 }
 
@@ -39,32 +39,32 @@ void HtmlElement::AppendMarkup(std::string& out) const {
   std::vector<Level> levels;
   // A node without a name (the root, or a tag that had none) writes only its children.
   auto enter = [&](const HtmlElement& node) {
-    if (node.name.empty()) {
-      if (!node.children.empty()) levels.push_back({&node, 0});
+    if (node.name().empty()) {
+      if (!node.children().empty()) levels.push_back({&node, 0});
       return;
     }
-    if (node.name == "plain") {
-      out.append(node.text);
+    if (node.name() == "plain") {
+      out.append(node.text());
       return;
     }
     AppendStartTag(node, out);
-    if (!node.children.empty()) {
+    if (!node.children().empty()) {
       levels.push_back({&node, 0});
       return;
     }
-    out.append(node.text);
+    out.append(node.text());
     AppendEndTag(node, out);
   };
 
   enter(*this);
   while (!levels.empty()) {
     Level& level = levels.back();
-    if (level.next < level.node->children.size()) {
-      const HtmlElement& child = *level.node->children[level.next++];
+    if (level.next < level.node->children().size()) {
+      const HtmlElement& child = *level.node->children()[level.next++];
       enter(child);
       continue;
     }
-    if (!level.node->name.empty()) AppendEndTag(*level.node, out);
+    if (!level.node->name().empty()) AppendEndTag(*level.node, out);
     levels.pop_back();
   }
 }

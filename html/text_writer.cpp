@@ -48,24 +48,24 @@ void HtmlElement::AppendText(std::string& out) const {
   };
   std::vector<Level> levels;
   auto enter = [&](const HtmlElement& node) {
-    if (IsHiddenFromText(node.name)) return;
-    if (node.name == "plain") {
-      out.append(node.text);
+    if (IsHiddenFromText(node.name())) return;
+    if (node.name() == "plain") {
+      out.append(node.text());
       return;
     }
-    if (!node.children.empty()) levels.push_back({&node, 0});
+    if (!node.children().empty()) levels.push_back({&node, 0});
   };
 
   enter(*this);
   while (!levels.empty()) {
     Level& level = levels.back();
-    if (level.next == level.node->children.size()) {
+    if (level.next == level.node->children().size()) {
       levels.pop_back();
       continue;
     }
-    const HtmlElement& child = *level.node->children[level.next];
+    const HtmlElement& child = *level.node->children()[level.next];
     if (level.next > 0) {
-      if (const char separator = SeparatorBefore(child.name)) out.push_back(separator);
+      if (const char separator = SeparatorBefore(child.name())) out.push_back(separator);
     }
     ++level.next;
     enter(child);

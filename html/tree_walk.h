@@ -10,24 +10,26 @@ namespace qrl {
 
 // Visits the descendants of `start` (not `start` itself), a node before its
 // children and a child with all its descendants before its next sibling.
-// `visit` returns false to stop the walk.
+// `visit` takes a `const HtmlElement&` and returns false to stop the walk.
 template <typename Visit>
 void WalkDescendants(const HtmlElement& start, Visit&& visit) {
   struct Level {
-    const ElementRef* next;
-    const ElementRef* end;
+    ChildList::const_iterator next;
+    ChildList::const_iterator end;
   };
   std::vector<Level> levels;
-  if (!start.children.empty()) levels.push_back({start.children.begin(), start.children.end()});
+  const ChildList top = start.children();
+  if (!top.empty()) levels.push_back({top.begin(), top.end()});
   while (!levels.empty()) {
     Level& level = levels.back();
     if (level.next == level.end) {
       levels.pop_back();
       continue;
     }
-    const ElementRef& node = *level.next++;
+    const HtmlElement& node = **level.next++;
     if (!visit(node)) return;
-    if (!node->children.empty()) levels.push_back({node->children.begin(), node->children.end()});
+    const ChildList children = node.children();
+    if (!children.empty()) levels.push_back({children.begin(), children.end()});
   }
 }
 

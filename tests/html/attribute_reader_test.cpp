@@ -30,19 +30,19 @@ TEST(AttributeReaderTest, ReadsRawTagText) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.raw);
-    HtmlElement element;
     ::testing::internal::CaptureStderr();
-    element.ParseAttributes(c.raw);
+    const ElementRef element = HtmlElement::FromStartTag(c.raw);
     const std::string warnings = ::testing::internal::GetCapturedStderr();
-    EXPECT_EQ(Written(element.attributes), c.attributes);
+    const AttributeMap attributes = element->attributes();
+    EXPECT_EQ(Written(attributes), c.attributes);
     EXPECT_EQ(std::count(warnings.begin(), warnings.end(), '\n'), c.warnings);
     EXPECT_EQ(warnings.rfind("WARN : attribute unexpected ", 0), c.warnings ? 0u : std::string::npos);
-    for (const Attribute& entry : element.attributes) EXPECT_EQ(element.attributes.find(entry.first), &entry);
-    EXPECT_FALSE(element.attributes.contains("h0"));  // sorts between two of the many names
+    for (const Attribute& entry : attributes) EXPECT_EQ(attributes.find(entry.first), &entry);
+    EXPECT_FALSE(attributes.contains("h0"));  // sorts between two of the many names
 
     const ParseOutcome parsed = ParseCapturingWarnings("<e " + c.raw + "></e>");
-    ASSERT_EQ(parsed.document->root->children.size(), 1u);
-    EXPECT_EQ(Written(parsed.document->root->children[0]->attributes), c.attributes);
+    ASSERT_EQ(parsed.document->root->children().size(), 1u);
+    EXPECT_EQ(Written(parsed.document->root->children()[0]->attributes()), c.attributes);
     EXPECT_EQ(parsed.warnings, warnings);
   }
 }
@@ -50,13 +50,10 @@ TEST(AttributeReaderTest, ReadsRawTagText) {
 // Outside a parse the reader also trims the blanks, and only those, around
 // the node's own text.
 TEST(AttributeReaderTest, TrimsOwnText) {
-  HtmlElement element;
-  const std::string text = "  \tx y\n  ";
-  element.text = NodeString(text.c_str(), static_cast<std::uint32_t>(text.size()));
-  element.ParseAttributes("id=a");
-  EXPECT_STREQ(element.text.c_str(), "\tx y\n");
-  EXPECT_EQ(element.text.size(), 5u);
-  EXPECT_EQ(element.GetAttribute("id"), "a");
+  const ElementRef element = HtmlElement::FromStartTag("id=a", "  \tx y\n  ");
+  EXPECT_STREQ(element->text().c_str(), "\tx y\n");
+  EXPECT_EQ(element->text().size(), 5u);
+  EXPECT_EQ(element->GetAttribute("id"), "a");
 }
 
 }  // namespace

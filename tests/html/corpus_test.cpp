@@ -23,13 +23,13 @@ TEST_P(CorpusTest, TreeHangsTogetherAndMarkupIsAFixedPoint) {
   if (page.empty()) GTEST_SKIP() << "corpus page " << GetParam() << " not found";
   const DocumentRef document = ParseQuietly(page);
   std::size_t nodes = 0;
-  WalkDescendants(*document->root, [&](const ElementRef& node) {
+  WalkDescendants(*document->root, [&](const HtmlElement& node) {
     ++nodes;
-    EXPECT_TRUE(node->parent.lock());
-    EXPECT_EQ(node->name.c_str()[node->name.size()], '\0');
-    EXPECT_EQ(node->text.c_str()[node->text.size()], '\0');
-    if (const ElementRef next = node->GetNextSibling()) {
-      EXPECT_EQ(next->GetPreviousSibling(), node);
+    EXPECT_TRUE(node.GetParent());
+    EXPECT_EQ(node.name().c_str()[node.name().size()], '\0');
+    EXPECT_EQ(node.text().c_str()[node.text().size()], '\0');
+    if (const ElementRef next = node.GetNextSibling()) {
+      EXPECT_EQ(next->GetPreviousSibling().get(), &node);
     }
     return !HasFailure();
   });

@@ -14,17 +14,17 @@ using namespace std::string_literals;
 // attribute in braces, its own text in parentheses and its children in
 // brackets, each part only when it isn't empty.
 std::string TreeNotation(const HtmlElement& node, std::string_view shownName = "root") {
-  if (node.name == "plain") return "'" + std::string(node.text) + "'";
+  if (node.name() == "plain") return "'" + std::string(node.text()) + "'";
   std::string out(shownName.empty() ? std::string_view("\"\"") : shownName);
-  for (const auto& [name, value] : node.attributes)
+  for (const auto& [name, value] : node.attributes())
     out.append("{").append(name).append("=\"").append(value).append("\"}");
-  if (!node.text.empty()) out.append("(").append(node.text).append(")");
+  if (!node.text().empty()) out.append("(").append(node.text()).append(")");
   const char* separator = "[";
-  for (const ElementRef& child : node.children) {
-    out.append(separator).append(TreeNotation(*child, child->name));
+  for (const HtmlElement* child : node.children()) {
+    out.append(separator).append(TreeNotation(*child, child->name()));
     separator = ", ";
   }
-  if (!node.children.empty()) out.push_back(']');
+  if (!node.children().empty()) out.push_back(']');
   return out;
 }
 
@@ -97,10 +97,10 @@ TEST(ParserTest, KeepsLastRootUsesItsOwnVoidSetAndLinksParents) {
   EXPECT_EQ(parser.root, two->root);
   EXPECT_EQ(TreeNotation(*one->root), "root[a]");
   ASSERT_EQ(TreeNotation(*two->root), "root[p[IMG{src=\"a\"}, br, 'x']]");
-  const ElementRef& p = two->root->children[0];
-  EXPECT_TRUE(two->root->parent.expired());
-  EXPECT_EQ(p->parent.lock(), two->root);
-  for (const ElementRef& child : p->children) EXPECT_EQ(child->parent.lock(), p);
+  const HtmlElement* p = two->root->children()[0];
+  EXPECT_FALSE(two->root->GetParent());
+  EXPECT_EQ(p->GetParent(), two->root);
+  for (const HtmlElement* child : p->children()) EXPECT_EQ(child->parent(), p);
 }
 
 }  // namespace
