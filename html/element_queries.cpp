@@ -16,6 +16,7 @@ namespace {
 
 std::string_view AttributeOrEmpty(const HtmlElement& element, std::string_view name) {
   const AttributeMap attributes = element.attributes();
+  if (attributes.empty()) return {};
   const auto found = attributes.find(name);
   return found != attributes.end() ? std::string_view(found->second) : std::string_view();
 }

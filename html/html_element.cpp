@@ -11,19 +11,7 @@ namespace qrl {
 
 namespace {
 
-// An attribute block: the number of attributes, then the attributes.
-constexpr std::size_t kAttributeBlockHeader = std::max(sizeof(std::uint32_t), alignof(Attribute));
 static_assert(alignof(std::uint32_t) >= 2, "the lowest bit of a block's address must stay free");
-
-const Attribute* ItemsOf(std::uintptr_t block) {
-  return reinterpret_cast<const Attribute*>(block + kAttributeBlockHeader);
-}
-
-std::uint32_t CountOf(std::uintptr_t block) {
-  std::uint32_t count;
-  std::memcpy(&count, reinterpret_cast<const void*>(block), sizeof count);
-  return count;
-}
 
 std::string_view TrimmedOfSpaces(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
@@ -40,11 +28,6 @@ char* TerminatedCopy(std::string_view bytes, TreeMemory& memory) {
 }
 
 }  // namespace
-
-AttributeMap HtmlElement::attributes() const noexcept {
-  const std::uintptr_t block = attributes_ & ~kHoldsText;
-  return block == 0 ? AttributeMap() : AttributeMap(ItemsOf(block), CountOf(block));
-}
 
 ElementRef HtmlElement::SharedReference() const { return TreeMemory::Of(*this).Share(*this); }
 

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -54,7 +55,13 @@ class HtmlElement {
     return HoldsText() ? NodeString(static_cast<const char*>(payload_), payloadSize_) : NodeString();
   }
   // Sorted by name in byte order; names keep their case.
-  AttributeMap attributes() const noexcept;
+  AttributeMap attributes() const noexcept {
+    const std::uintptr_t block = attributes_ & ~kHoldsText;
+    if (block == 0) return AttributeMap();
+    std::uint32_t count;
+    std::memcpy(&count, reinterpret_cast<const void*>(block), sizeof count);
+    return AttributeMap(reinterpret_cast<const Attribute*>(block + kAttributeBlockHeader), count);
+  }
 
   // A reference to this node that keeps its tree alive.
   ElementRef SharedReference() const;
@@ -80,6 +87,9 @@ class HtmlElement {
   // The bit of attributes_ that says payload_ is a text; attribute blocks
   // are aligned to at least four bytes, so their addresses leave it free.
   static constexpr std::uintptr_t kHoldsText = 1;
+  // An attribute block: the number of attributes, then the attributes.
+  static constexpr std::size_t kAttributeBlockHeader =
+      sizeof(std::uint32_t) > alignof(Attribute) ? sizeof(std::uint32_t) : alignof(Attribute);
 
   // Provided rather than defaulted: the members initialize themselves, and a
   // defaulted constructor would have every new node zeroed first.
