@@ -22,7 +22,7 @@ std::string_view TrimmedOfSpaces(std::string_view text) {
 // A copy of `bytes` in the tree's memory, followed by a NUL byte.
 char* TerminatedCopy(std::string_view bytes, TreeMemory& memory) {
   char* copy = memory.AllocateArray<char>(bytes.size() + 1);
-  std::memcpy(copy, bytes.data(), bytes.size());
+  if (!bytes.empty()) std::memcpy(copy, bytes.data(), bytes.size());
   copy[bytes.size()] = '\0';
   return copy;
 }
