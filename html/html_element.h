@@ -8,7 +8,7 @@
 // as any reference into its tree is held. Releasing a tree visits none of
 // its nodes.
 //
-// A node is kept small, since a large page has hundreds of thousands: five
+// A node is kept small, since a large page has hundreds of thousands: four
 // words and two sizes. A node holds either a text or children, never both
 // (a text run and the content of script, noscript and style have no
 // children; an ordinary element's text is empty), so the two share a field.

@@ -8,9 +8,9 @@
 //   (the terminating NUL) is ever read beyond the input, and only where a
 //   byte behind a "<" or a "-" is looked at; a NUL inside the input is an
 //   ordinary byte.
-// - A node is made at its start tag, so nodes lie in the tree's memory in document
-//   order, which is also the order in which a tree is later walked and
-//   destroyed. Finished children wait in finished_ until their parent is
+// - A node is made at its start tag, so nodes lie in the tree's memory in
+//   document order, which is also the order in which a tree is later walked
+//   and by which a node is found among its siblings. Finished children wait in finished_ until their parent is
 //   complete and takes them into an array of its own; an element still open
 //   at the end of the input thus leaves no trace, and neither do its
 //   finished children.
