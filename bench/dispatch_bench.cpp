@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 
 namespace qrl {
 namespace {

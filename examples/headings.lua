@@ -2,7 +2,7 @@
 -- indented by its level.
 --
 --   lantern examples/headings.lua [PAGE.html]
-local page = arg[1] or arg[0]:match("(.-)[^/]*$") .. "pages/sample.html"
+local page = arg[1] or arg[0]:match("^(.-)[^/\\]*$") .. "pages/sample.html"
 
 -- Texts come back as the page holds them: squeeze the white space and decode
 -- the few entities that headings tend to use.

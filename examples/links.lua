@@ -5,7 +5,7 @@
 -- PATTERN picks links by address: "https://*" starts so, "*.lua" ends so,
 -- "*lua*" contains "lua", text without a star must match whole. The default
 -- "*" takes every link.
-local page = arg[1] or arg[0]:match("(.-)[^/]*$") .. "pages/sample.html"
+local page = arg[1] or arg[0]:match("^(.-)[^/\\]*$") .. "pages/sample.html"
 local pattern = arg[2] or "*"
 
 local function clean(text)

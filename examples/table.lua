@@ -3,7 +3,7 @@
 --   lantern examples/table.lua [PAGE.html [N]]
 --
 -- N picks the N-th table of the page (default 1).
-local page = arg[1] or arg[0]:match("(.-)[^/]*$") .. "pages/sample.html"
+local page = arg[1] or arg[0]:match("^(.-)[^/\\]*$") .. "pages/sample.html"
 local which = math.tointeger(tonumber(arg[2] or "1"))
 
 local function clean(text)

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 
 namespace qrl {
 

@@ -13,7 +13,7 @@
 #include "browser/browser_state.h"
 #include "browser/standin/standin_browser.h"
 #include "browser/standin/standin_platform.h"
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 #include "tests/browser/linked_exports.h"
 
 namespace qrl::testing {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "host/host_contract.h"
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 
 extern "C" {
 qrl::HostWord QRL_HOSTCALL QORExtenderQuery(qrl::HostWord code, void* buffer, qrl::HostWord size);

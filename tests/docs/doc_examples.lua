@@ -2,11 +2,28 @@
 -- of the functions reference as a script of its own from the reference's
 -- folder (on this run's display, which the children inherit), and checks that
 -- every function of the module has a section with an example, in table order.
+package.path = arg[0]:match("^(.-)[^/\\]*$") .. "../scripts/?.lua;" .. package.path
+local check = require("check")
+local quoted = check.quote
+
 local doc_path, lantern_path = arg[1], arg[2]
 -- The examples run from the reference's folder: lantern by an absolute path.
-if lantern_path:sub(1, 1) ~= "/" then lantern_path = os.getenv("PWD") .. "/" .. lantern_path end
-local doc_dir = doc_path:match("^(.*)/[^/]*$") or "."
-local function quoted(text) return "'" .. text:gsub("'", "'\\''") .. "'" end
+local function absolute(path) return path:match("^[/\\]") or path:match("^%a:[/\\]") end
+if not absolute(lantern_path) then lantern_path = os.getenv("PWD") .. "/" .. lantern_path end
+local doc_dir = doc_path:match("^(.*)[/\\][^/\\]*$") or "."
+
+-- The examples make file URLs as "file://" .. PWD .. "/pages/...". A shell
+-- sets PWD; cmd.exe does not, so there it is set to the folder's URL form,
+-- "/C:/folder", which gives "file:///C:/folder/pages/...".
+local function example_command(script)
+  if check.windows then
+    local url_folder = "/" .. doc_dir:gsub("\\", "/")
+    return "cd /d " .. quoted(doc_dir) .. " && set " .. quoted("PWD=" .. url_folder) .. " && " ..
+           quoted(lantern_path) .. " " .. quoted(script) .. " 2>&1"
+  end
+  return "cd " .. quoted(doc_dir) .. " && PWD=\"$(pwd)\" " .. quoted(lantern_path) .. " " ..
+         quoted(script) .. " 2>&1"
+end
 
 -- Each heading with the examples under it, and the function sections' names.
 local sections, documented, code = {{title = "(top)", examples = {}}}, {}, nil
@@ -27,7 +44,7 @@ end
 assert(not code, "an example is not closed")
 
 -- The module's functions in the order of its table, from `lantern --list`.
-local listing, index = assert(io.popen(quoted(lantern_path) .. " --list")), 0
+local listing, index = assert(check.popen(quoted(lantern_path) .. " --list")), 0
 for line in listing:lines() do
   local name = line:match("^%s*%d+%s+function%s+(%S+)")
   if name then
@@ -45,10 +62,9 @@ for _, section in ipairs(sections) do
   assert(#section.examples > 0 or not needs_example, section.title .. " has no example")
   for i, example in ipairs(section.examples) do
     count = count + 1
-    local script = os.tmpname()
+    local script = check.scratch_name()
     assert(io.open(script, "wb")):write(example):close()
-    local run = io.popen("cd " .. quoted(doc_dir) .. " && PWD=\"$(pwd)\" " ..
-                         quoted(lantern_path) .. " " .. quoted(script) .. " 2>&1")
+    local run = check.popen(example_command(script))
     local output = run:read("a")
     local ok = run:close() and not output:find("lantern: ", 1, true)
     os.remove(script)

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 #include "tests/lantern/expected_values.h"
 
 namespace qrl::testing {

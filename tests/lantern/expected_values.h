@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "lantern/call_value.h"
+#include "lantern/host/call_value.h"
 
 namespace qrl::testing {
 

@@ -31,4 +31,26 @@ function check.raises(text, f, ...)
   end
 end
 
+-- Running lantern from a script. On Windows io.popen hands the command to
+-- cmd.exe, which knows double quotes only and drops the outermost pair of a
+-- command line that holds several.
+check.windows = package.config:sub(1, 1) == "\\"
+
+function check.quote(text)
+  if check.windows then return '"' .. text:gsub('"', '\\"') .. '"' end
+  return "'" .. text:gsub("'", "'\\''") .. "'"
+end
+
+function check.popen(command)
+  return io.popen(check.windows and '"' .. command .. '"' or command)
+end
+
+-- A new file name in the temporary folder; os.tmpname names the root of the
+-- current drive on Windows.
+function check.scratch_name()
+  local folder = check.windows and os.getenv("TEMP")
+  if not folder then return os.tmpname() end
+  return string.format("%s\\lantern-%d-%d.tmp", folder, os.time(), math.random(1 << 30))
+end
+
 return check

@@ -1,7 +1,7 @@
 -- Real pages end to end: arrays of thousands of handles reach the script
 -- whole and in order, and work in later calls. The folder comes from
 -- QRL_CORPUS or the first argument; without it the test is skipped (77).
-package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
+package.path = arg[0]:match("^(.-)[^/\\]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
 local folder = os.getenv("QRL_CORPUS")

@@ -1,7 +1,7 @@
 -- Every document command with every handle a script can hold: nothing may
 -- crash (under the sanitizers too), and a handle that names no entry acts as
 -- -1 does. The exact results are the handler tests' business.
-package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
+package.path = arg[0]:match("^(.-)[^/\\]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
 -- Each command with the arguments that follow the handle.

@@ -1,6 +1,6 @@
 -- lantern's side of calls, against the small test module: arguments, results,
 -- reports, named values and the breaches of the host contract it notices.
-package.path = arg[0]:match("(.-)[^/]*$") .. "?.lua;" .. package.path
+package.path = arg[0]:match("^(.-)[^/\\]*$") .. "?.lua;" .. package.path
 local check = require("check")
 
 check.eq(answer, 42, "a constant is a plain integer under its name without @")

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <map>
 
-#include "lantern/xvfb_session.h"
+#include "lantern/gtk/xvfb_session.h"
 #include "tests/unload/cycle_platform.h"
 
 namespace qrl::testing {

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 #include "tests/unload/cycle_platform.h"
 
 namespace qrl::testing {

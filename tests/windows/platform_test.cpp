@@ -9,7 +9,7 @@
 #include <string>
 
 #include "browser/browser_platform.h"
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 #include "tests/windows/test_window.h"
 
 namespace qrl {

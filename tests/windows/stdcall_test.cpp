@@ -17,7 +17,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 
 extern "C" {
 // Calls `target` with `count` argument words pushed as a __stdcall caller

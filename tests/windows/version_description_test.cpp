@@ -18,7 +18,7 @@
 #include <utility>
 #include <vector>
 
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 
 namespace qrl {
 namespace {

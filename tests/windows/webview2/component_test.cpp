@@ -16,7 +16,7 @@
 
 #include "browser/windows/wide_text.h"
 #include "commands/unicode_text.h"
-#include "lantern/module_host.h"
+#include "lantern/host/module_host.h"
 #include "tests/host/module_fixture.h"
 #include "tests/windows/test_window.h"
 #include "tests/windows/webview2/fake_control.h"
