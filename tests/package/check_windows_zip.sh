@@ -28,7 +28,7 @@ for file in qrlantern.dll lantern.exe README.txt LICENSE QORMLANG.enu docs/funct
   [[ -f "$top/$file" ]] || fail "the zip has no $file"
 done
 for text in README.txt QORMLANG.enu; do
-  if grep -q $'[^\r]$' "$top/$text"; then fail "$text has a line without CRLF"; fi
+  [[ "$(grep -c $'\r$' "$top/$text")" == "$(wc -l <"$top/$text")" ]] || fail "$text has a line without CRLF"
 done
 grep -q '^X101=' "$top/QORMLANG.enu" || fail "QORMLANG.enu has no X101 entry"
 grep -q 'id="TOC"' "$top/docs/functions.html" || fail "functions.html has no table of contents"
