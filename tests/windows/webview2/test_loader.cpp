@@ -17,7 +17,7 @@ extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE CreateCoreWebView2Enviro
   return Route(browserExecutableFolder, userDataFolder, environmentOptions, handler);
 }
 
-extern "C" __declspec(dllexport) void STDAPICALLTYPE
+extern "C" __declspec(dllexport) void
 QrlRouteEnvironmentRequests(qrl::webview2::CreateEnvironmentWithOptionsFn to) {
   Route = to;
 }

@@ -3,5 +3,7 @@
 
 #include "browser/webview2/webview2_interfaces.h"
 
-extern "C" __declspec(dllimport) void STDAPICALLTYPE
+// Plain C convention: the loader's names go undecorated on 32-bit (see
+// CMakeLists.txt), and a __stdcall import would ask for a decorated one.
+extern "C" __declspec(dllimport) void
 QrlRouteEnvironmentRequests(qrl::webview2::CreateEnvironmentWithOptionsFn to);
