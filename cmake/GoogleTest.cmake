@@ -15,6 +15,7 @@ else()
   find_package(GTest REQUIRED)
 endif()
 include(GoogleTest)
+include(${CMAKE_CURRENT_LIST_DIR}/WineTests.cmake)
 
 # One ctest per test case where starting a process is cheap; under wine,
 # where every start costs a second or more, one ctest per test program, in a
@@ -26,14 +27,11 @@ function(qrl_discover_tests target)
   if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
     return()
   elseif(CMAKE_CROSSCOMPILING_EMULATOR)
-    set(wine ${CMAKE_CROSSCOMPILING_EMULATOR})
+    set(display "")
     if(arg_NEEDS_DISPLAY)
-      set(wine xvfb-run$<SEMICOLON>-a$<SEMICOLON>${wine})
+      set(display NEEDS_DISPLAY)
     endif()
-    add_test(NAME ${target}
-      COMMAND ${CMAKE_COMMAND} -DWINE=${wine}
-              -DPROGRAM=$<TARGET_FILE:${target}>
-              -P ${PROJECT_SOURCE_DIR}/cmake/RunInFreshWinePrefix.cmake)
+    qrl_add_wine_test(${target} $<TARGET_FILE:${target}> ${display})
   else()
     gtest_discover_tests(${target} ${arg_UNPARSED_ARGUMENTS})
   endif()

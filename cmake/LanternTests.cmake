@@ -16,15 +16,14 @@ function(qrl_lantern_test name)
   if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
     return()
   elseif(CMAKE_CROSSCOMPILING_EMULATOR)
-    set(wine ${CMAKE_CROSSCOMPILING_EMULATOR})
+    set(options "")
     if(arg_NEEDS_DISPLAY)
-      set(wine xvfb-run$<SEMICOLON>-a$<SEMICOLON>${wine})
+      list(APPEND options NEEDS_DISPLAY)
     endif()
-    add_test(NAME ${name}
-      COMMAND ${CMAKE_COMMAND} -DWINE=${wine}
-              -DPROGRAM=${arg_PROGRAM} "-DARGS=${arg_UNPARSED_ARGUMENTS}"
-              $<$<BOOL:${arg_INPUT}>:-DINPUT=${arg_INPUT}>
-              -P ${PROJECT_SOURCE_DIR}/cmake/RunInFreshWinePrefix.cmake)
+    if(arg_INPUT)
+      list(APPEND options INPUT ${arg_INPUT})
+    endif()
+    qrl_add_wine_test(${name} ${arg_PROGRAM} ${options} ARGS ${arg_UNPARSED_ARGUMENTS})
   else()
     set(input_wrapper "")
     if(arg_INPUT)

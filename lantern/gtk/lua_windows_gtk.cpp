@@ -19,6 +19,7 @@
 #include <string>
 
 #include "lantern/lua/lua_extensions.h"
+#include "lantern/lua/window_options.h"
 #include "lantern/gtk/xvfb_session.h"
 
 namespace qrl {
@@ -26,8 +27,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int DefaultWidth = 1024;
-constexpr int DefaultHeight = 768;
 // How often a wait wakes up to look at the text and show its progress.
 constexpr guint WakeIntervalMs = 50;
 
@@ -53,22 +52,8 @@ GtkWindow* FindWindow(lua_Integer id) {
   return found;
 }
 
-int IntegerField(lua_State* L, const char* name, int fallback) {
-  lua_getfield(L, 1, name);
-  const int value = lua_isnil(L, -1) ? fallback : static_cast<int>(luaL_checkinteger(L, -1));
-  lua_pop(L, 1);
-  return value;
-}
-
 int MakeWindow(lua_State* L) {
-  if (lua_isnoneornil(L, 1)) lua_newtable(L);
-  luaL_checktype(L, 1, LUA_TTABLE);
-  const int width = IntegerField(L, "width", DefaultWidth);
-  const int height = IntegerField(L, "height", DefaultHeight);
-  lua_getfield(L, 1, "title");
-  const std::string title = lua_isnil(L, -1) ? std::string("lantern") : luaL_checkstring(L, -1);
-  lua_pop(L, 1);
-  if (width < 1 || height < 1) return luaL_error(L, "lantern.window: width and height must be positive");
+  const auto [width, height, title] = ReadWindowOptions(L);
   RequireGtk(L);
 
   GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
@@ -132,8 +117,7 @@ class TerminalProgress {
   void Show(const std::string& current) {
     if (!shown_) return;
     const double seconds = std::chrono::duration<double>(Clock::now() - start_).count();
-    std::fprintf(stderr, "\r\033[Kwaiting for \"%s\" on window %lld: %.1f s (now \"%s\")",
-                 wanted_.c_str(), static_cast<long long>(id_), seconds, current.c_str());
+    std::fputs(WaitProgressLine(id_, wanted_, seconds, current).c_str(), stderr);
     std::fflush(stderr);
     drawn_ = true;
   }

@@ -20,13 +20,12 @@
 
 #include "commands/unicode_text.h"
 #include "lantern/lua/lua_extensions.h"
+#include "lantern/lua/window_options.h"
 #include "lantern/windows/message_loop.h"
 
 namespace qrl {
 namespace {
 
-constexpr int DefaultWidth = 1024;
-constexpr int DefaultHeight = 768;
 // How often a wait looks at the text and shows its progress when no message
 // comes.
 constexpr DWORD WakeIntervalMs = 50;
@@ -63,22 +62,8 @@ bool RegisterScriptWindowClass() {
 
 HWND WindowOf(lua_Integer id) { return reinterpret_cast<HWND>(static_cast<std::intptr_t>(id)); }
 
-int IntegerField(lua_State* L, const char* name, int fallback) {
-  lua_getfield(L, 1, name);
-  const int value = lua_isnil(L, -1) ? fallback : static_cast<int>(luaL_checkinteger(L, -1));
-  lua_pop(L, 1);
-  return value;
-}
-
 int MakeWindow(lua_State* L) {
-  if (lua_isnoneornil(L, 1)) lua_newtable(L);
-  luaL_checktype(L, 1, LUA_TTABLE);
-  const int width = IntegerField(L, "width", DefaultWidth);
-  const int height = IntegerField(L, "height", DefaultHeight);
-  lua_getfield(L, 1, "title");
-  const std::string title = lua_isnil(L, -1) ? std::string("lantern") : luaL_checkstring(L, -1);
-  lua_pop(L, 1);
-  if (width < 1 || height < 1) return luaL_error(L, "lantern.window: width and height must be positive");
+  const auto [width, height, title] = ReadWindowOptions(L);
   if (!RegisterScriptWindowClass()) return luaL_error(L, "lantern.window: no window class (error %d)", static_cast<int>(GetLastError()));
 
   HWND window = CreateWindowExW(0, WindowClass, Wide(title).c_str(), WS_OVERLAPPEDWINDOW,
@@ -129,8 +114,7 @@ class ConsoleProgress {
   void Show(const std::string& current) {
     if (!shown_) return;
     const double seconds = static_cast<double>(GetTickCount64() - start_) / 1000.0;
-    std::fprintf(stderr, "\r\033[Kwaiting for \"%s\" on window %lld: %.1f s (now \"%s\")",
-                 wanted_.c_str(), static_cast<long long>(id_), seconds, current.c_str());
+    std::fputs(WaitProgressLine(id_, wanted_, seconds, current).c_str(), stderr);
     std::fflush(stderr);
     drawn_ = true;
   }
